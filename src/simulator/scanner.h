@@ -1,0 +1,67 @@
+// One simulated scanner: its state behind the command interpreter, and what it has to say.
+//
+// It has no thread of its own: everything that it does by itself has a time, and is looked at when somebody asks. Not
+// locked; the bus guards it. Times are those of platform::nowMs().
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "simulator/command_packet.h"
+#include "simulator/commands.h"
+#include "simulator/faults.h"
+#include "simulator/report_queue.h"
+#include "simulator/scenario.h"
+
+namespace simulator {
+
+class Scanner {
+public:
+    // The scanner at a place of the scenario, powered up and ready at startMs.
+    Scanner(const Scenario& scenario, size_t index, uint64_t startMs);
+
+    const ScannerPlan& plan() const { return plan_; }
+
+    // Whether it was pulled off. Pulled off once, it stays away.
+    bool isUnplugged(uint64_t nowMs);
+    // Whether it can be reached: neither pulled off nor away because of a reset.
+    bool isOnBus(uint64_t nowMs);
+    // The library has found it: what it said before it went down is not heard any more.
+    void connect();
+
+    // The result that the scenario has for this call, 0 for none.
+    HoxiResult faultOf(const LibraryCall& call, uint64_t nowMs);
+    // Takes a command and queues its answer.
+    void execute(const CommandPacket& packet, uint64_t nowMs);
+    // The next report if one is due.
+    std::optional<Report> takeReport(uint64_t nowMs);
+    // When a fetch should look again: the next report, fault or unplugging that time alone brings; kNever for none.
+    uint64_t nextEventMs(uint64_t nowMs);
+
+    // Goes down at once and comes back by itself: first onto the bus, then to work. What it has not said by now is
+    // lost.
+    void reset(uint64_t nowMs);
+
+private:
+    Progress progress(uint64_t nowMs) const { return {startMs_, nowMs, commands_, reports_}; }
+    void queueAnswer(const Answer& answer, uint32_t command, uint64_t startMs);
+    ReportSource* nextSource(uint64_t nowMs, uint64_t& dueMs);
+
+    ScannerPlan plan_;
+    uint64_t startMs_;
+    std::vector<Unplug> unplugs_;
+    CallFaults callFaults_;
+    AnswerFaults answerFaults_;
+    std::vector<ReportSource> sources_;
+
+    ReportQueue queue_;
+    uint64_t commands_ = 0;       // accepted
+    uint64_t reports_ = 0;        // fetched
+    uint64_t idleMs_ = 0;         // when the interpreter is free for the next command
+    uint64_t offBusUntilMs_ = 0;  // of the last reset
+    uint64_t bootedMs_ = 0;       // likewise
+    bool unplugged_ = false;
+};
+
+}  // namespace simulator
