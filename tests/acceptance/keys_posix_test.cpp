@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
-
 #include "acceptance/tamtest.h"
 #include "support/pty_session.h"
 
@@ -133,33 +131,6 @@ TEST_F(Keys, TerminalIsAsBeforeAfterQuit) {
     session.type("quit\r");
     ASSERT_TRUE(session.waitForExit()) << session.output();
     EXPECT_EQ(session.exitCode(), 0);
-    EXPECT_TRUE(session.modesAsAtStart());
-}
-
-class Signals : public Keys, public ::testing::WithParamInterface<int> {};
-
-TEST_P(Signals, EndTheTesterAndPutTheTerminalBack) {
-    session.sendSignal(GetParam());
-    ASSERT_TRUE(session.waitForExit()) << session.output();
-    EXPECT_EQ(session.signal(), GetParam());
-    EXPECT_TRUE(session.modesAsAtStart());
-}
-
-TEST_P(Signals, InAWaitEndTheTesterAndPutTheTerminalBack) {
-    session.type("w\r");
-    ASSERT_TRUE(session.waitFor("ESC to exit scripts\r\n")) << session.output();
-    session.sendSignal(GetParam());
-    ASSERT_TRUE(session.waitForExit()) << session.output();
-    EXPECT_EQ(session.signal(), GetParam());
-    EXPECT_TRUE(session.modesAsAtStart());
-}
-
-INSTANTIATE_TEST_SUITE_P(Kinds, Signals, ::testing::Values(SIGINT, SIGTERM, SIGHUP, SIGABRT));
-
-TEST_F(Keys, InterruptKeyEndsTheTester) {
-    session.type("\x03");
-    ASSERT_TRUE(session.waitForExit()) << session.output();
-    EXPECT_EQ(session.signal(), SIGINT);
     EXPECT_TRUE(session.modesAsAtStart());
 }
 

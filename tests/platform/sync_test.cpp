@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <atomic>
-#include <deque>
 
 #include "platform/clock.h"
 
@@ -14,17 +14,19 @@ using namespace platform;
 constexpr uint32_t kLongMs = 10'000;
 
 // Handles live until the process ends; kept here they are nobody's leak.
-std::deque<Event> events;
-std::deque<Mutex> mutexes;
+std::array<Event, 1000> events;
+std::array<Mutex, 1000> mutexes;
+size_t eventCount = 0;
+size_t mutexCount = 0;
 
 Event& newEvent() {
-    Event& event = events.emplace_back();
+    Event& event = events.at(eventCount++);
     EXPECT_TRUE(createEvent(event));
     return event;
 }
 
 Mutex& newMutex() {
-    Mutex& mutex = mutexes.emplace_back();
+    Mutex& mutex = mutexes.at(mutexCount++);
     EXPECT_TRUE(createMutex(mutex));
     return mutex;
 }
