@@ -17,10 +17,14 @@ void printPrompt() {
     consolePrint("%s ", std::string(state.depth + 1, '>').c_str());
 }
 
+// Scanners that report faster than they can be shown must not keep the next line from being read for ever.
+constexpr int kReportsBeforeInput = 100;
+
 void promptAndShowReports() {
+    int shown = 0;
     do
         printPrompt();
-    while (scannerlink::checkStatus() != 0);
+    while (scannerlink::checkStatus() != 0 && ++shown < kReportsBeforeInput);
 }
 
 void showReportsUntilTyping() {
@@ -92,6 +96,17 @@ void readLine(char* line) {
     else
         readConsoleLine(line);
     cutAtCommentOrNewline(line);
+}
+
+std::string readReply(const char* question) {
+    platform::setInputPrompt(question);
+    char line[kLineSize];
+    int byte = readText(line, kLineSize, consoleByte);
+    while (byte >= 0 && byte != '\n')
+        byte = consoleByte();
+    platform::setInputPrompt(kConsolePrompt);
+    line[std::strcspn(line, "\n")] = '\0';
+    return line;
 }
 
 }  // namespace console

@@ -12,10 +12,10 @@
 namespace console {
 namespace {
 
-// A folder opens like a file on some systems, but holds no lines.
+// Folders, pipes and devices open like files on some systems, but hold no lines or have no end.
 std::FILE* openText(const std::string& name) {
     std::error_code ignored;
-    if (std::filesystem::is_directory(name, ignored))
+    if (!std::filesystem::is_regular_file(name, ignored))
         return nullptr;
     return std::fopen(name.c_str(), "r");
 }
