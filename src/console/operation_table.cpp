@@ -12,6 +12,8 @@
 #include "operations/command_catalogue.h"
 #include "operations/display_setup.h"
 #include "operations/eeprom_write_test.h"
+#include "operations/histogram_limits.h"
+#include "operations/image_transfer.h"
 #include "operations/parameter_sets.h"
 #include "operations/upload.h"
 

@@ -18,6 +18,7 @@
 #include "operations/bitmap_file.h"
 #include "operations/display_tables.h"
 #include "operations/palette_file.h"
+#include "operations/tiff_image.h"
 #include "operations/value_file.h"
 
 namespace operations {
@@ -223,6 +224,22 @@ void writeLocalDisplay() {
     const std::span<uint8_t> pixels(bitmap.pixels.get(), size_t{bitmap.width} * bitmap.height);
     halvePixels(pixels);
     sendBitmap(command, bitmap.width, bitmap.height, pixels);
+}
+
+void writeLocalOverlay() {
+    BitmapCommand command{};
+    const char* word = beginBitmap(command);
+    if (word == nullptr)
+        return;
+    const std::string name = word;
+    const auto info = readTiffInfo(name);
+    if (!info)
+        return;
+    ByteBuffer image(info->byteCount);
+    if (!readTiffPixels(name, image))
+        return;
+    reverseRows(image.bytes(), info->record.width, info->record.height);
+    sendBitmap(command, info->record.width, info->record.height, image.bytes());
 }
 
 }  // namespace operations

@@ -5,7 +5,10 @@
 #include <filesystem>
 #include <memory>
 
+#include "console/console_state.h"
 #include "console/output.h"
+#include "console/tokenizer.h"
+#include "operations/tiff_image.h"
 
 namespace operations {
 namespace {
@@ -44,6 +47,14 @@ bool writeLines(std::FILE* file, const Tally& tally) {
         written =
             std::fprintf(file, "%d\t%d\n", static_cast<int>(level), static_cast<int>(tally[level])) > 0 && written;
     return std::fflush(file) == 0 && written;
+}
+
+void addToTally(const std::string& name, const HistogramLimits& limits) {
+    Tally tally = readTally(name);
+    ++tally[limits.bottom];
+    ++tally[limits.top];
+    if (!writeTally(name, tally))
+        console::output("TamTest: can't write %s\n", name.c_str());
 }
 
 }  // namespace
@@ -89,6 +100,25 @@ bool writeTally(const std::string& name, const Tally& tally) {
         std::filesystem::remove(fresh, ignored);
     }
     return !error;
+}
+
+void histogramLimitsOfFile() {
+    const char* input = console::nextArgument(console::kMandatory);
+    if (input == nullptr)
+        return;
+    const char* tallyName = console::nextArgument(console::kMandatory);
+    console::state.missingParameter = 0;  // the second name may be left out, whatever the syntax says
+    const auto info = readTiffInfo(input, tallyName != nullptr ? tallyName : "");
+    if (!info)
+        return;
+    ByteBuffer image(info->byteCount);
+    if (!readTiffPixels(input, image))
+        return;
+    const HistogramLimits limits = histogramLimits(image.bytes());
+    if (tallyName == nullptr)
+        console::consolePrint(" Bottom edge %d top edge %d\n", limits.bottom, limits.top);
+    else
+        addToTally(tallyName, limits);
 }
 
 }  // namespace operations
