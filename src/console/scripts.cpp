@@ -1,7 +1,6 @@
 #include "console/scripts.h"
 
 #include <cstdio>
-#include <filesystem>
 #include <string>
 
 #include "console/console_state.h"
@@ -12,12 +11,16 @@
 namespace console {
 namespace {
 
-// A folder opens like a file on some systems, but holds no lines.
+// A folder opens like a file on some systems, but cannot be read.
 std::FILE* openText(const std::string& name) {
-    std::error_code ignored;
-    if (std::filesystem::is_directory(name, ignored))
+    std::FILE* file = std::fopen(name.c_str(), "r");
+    if (file == nullptr)
         return nullptr;
-    return std::fopen(name.c_str(), "r");
+    std::ungetc(std::getc(file), file);
+    if (std::ferror(file) == 0)
+        return file;
+    std::fclose(file);
+    return nullptr;
 }
 
 std::FILE* openScript(const char* name) {
