@@ -17,10 +17,14 @@ void printPrompt() {
     consolePrint("%s ", std::string(state.depth + 1, '>').c_str());
 }
 
+// Scanners that report faster than they can be shown must not keep the next line from being read for ever.
+constexpr int kReportsBeforeInput = 100;
+
 void promptAndShowReports() {
+    int shown = 0;
     do
         printPrompt();
-    while (scannerlink::checkStatus() != 0);
+    while (scannerlink::checkStatus() != 0 && ++shown < kReportsBeforeInput);
 }
 
 void showReportsUntilTyping() {

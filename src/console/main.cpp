@@ -1,7 +1,9 @@
 #include <cstdlib>
 
 #include "console/tester.h"
+#include "platform/process.h"
 
 int main(int argumentCount, char** arguments) {
-    std::exit(console::runTester(argumentCount, arguments));
+    platform::secureStandardStreams();
+    std::exit(platform::exitCode(console::runTester(argumentCount, arguments)));
 }

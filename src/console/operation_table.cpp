@@ -9,8 +9,12 @@
 #include "link/command_channel.h"
 #include "link/exercise.h"
 #include "link/scanner_link.h"
+#include "operations/command_catalogue.h"
 
 namespace console {
+
+using operations::sendRow;
+using namespace operations::layouts;
 
 // Each file holds neighbouring rows; their order here is the order of the table.
 // clang-format off

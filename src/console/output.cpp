@@ -20,10 +20,12 @@ int print(std::FILE* stream, const char* format, va_list arguments) {
     return count;
 }
 
-void closeLog() {
+// Puts another log, or none, in the place of the open one. Opening may take long, so it is done outside the lock.
+void replaceLog(std::FILE* log) {
+    std::lock_guard lock(state.logMutex);
     if (state.log != nullptr)
         std::fclose(state.log);
-    state.log = nullptr;
+    state.log = log;
 }
 
 }  // namespace
@@ -54,46 +56,39 @@ void beginLog() {
     const char* name = nextArgument(kMandatory);
     if (name == nullptr)
         return;
-    bool opened = false;
-    {
-        std::lock_guard lock(state.logMutex);
-        closeLog();
-        state.logName.clear();
-        state.log = std::fopen(name, "w");
-        opened = state.log != nullptr;
-        const std::string text = name;
-        if (opened && text.size() <= kMaxRememberedName)
-            state.logName = text;
-    }
-    if (!opened)
+    endLog();
+    std::FILE* log = std::fopen(name, "w");
+    if (log == nullptr) {
         output("TamTest: Failed to open log file %s\n", name);
+        return;
+    }
+    replaceLog(log);
+    const std::string text = name;
+    if (text.size() <= kMaxRememberedName)
+        state.logName = text;
 }
 
 void endLog() {
-    std::lock_guard lock(state.logMutex);
-    closeLog();
+    replaceLog(nullptr);
     state.logName.clear();
 }
 
 void resetLog() {
-    std::string name;
-    bool opened = false;
-    {
-        std::lock_guard lock(state.logMutex);
-        if (state.log == nullptr)
-            return;
-        closeLog();
-        name = state.logName;
-        if (!name.empty())
-            state.log = std::fopen(name.c_str(), "w");
-        opened = state.log != nullptr;
-        if (!opened)
-            state.logName.clear();
-    }
-    if (name.empty())
+    if (state.log == nullptr)
+        return;
+    const std::string name = state.logName;
+    endLog();
+    if (name.empty()) {
         output("TamTest: Cannot reopen log file\n");
-    else if (!opened)
+        return;
+    }
+    std::FILE* log = std::fopen(name.c_str(), "w");
+    if (log == nullptr) {
         output("TamTest: Failed to reopen log file %s\n", name.c_str());
+        return;
+    }
+    replaceLog(log);
+    state.logName = name;
 }
 
 }  // namespace console

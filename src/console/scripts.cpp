@@ -1,5 +1,7 @@
 #include "console/scripts.h"
 
+#include <sys/stat.h>
+
 #include <cstdio>
 #include <string>
 
@@ -11,16 +13,15 @@
 namespace console {
 namespace {
 
-// A folder opens like a file on some systems, but cannot be read.
+// Folders, pipes and devices open like files on some systems, but hold no lines or have no end. The name may be any
+// bytes, which std::filesystem does not take everywhere.
+bool isRegularFile(const std::string& name) {
+    struct stat info {};
+    return stat(name.c_str(), &info) == 0 && S_ISREG(info.st_mode);
+}
+
 std::FILE* openText(const std::string& name) {
-    std::FILE* file = std::fopen(name.c_str(), "r");
-    if (file == nullptr)
-        return nullptr;
-    std::ungetc(std::getc(file), file);
-    if (std::ferror(file) == 0)
-        return file;
-    std::fclose(file);
-    return nullptr;
+    return isRegularFile(name) ? std::fopen(name.c_str(), "r") : nullptr;
 }
 
 std::FILE* openScript(const char* name) {

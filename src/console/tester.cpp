@@ -17,13 +17,11 @@
 namespace console {
 namespace {
 
-// Both names of every operation, for completion at the terminal.
+// What completion at the terminal knows: the long names, since the short ones are short enough to type.
 std::vector<const char*> operationNames() {
     std::vector<const char*> names;
-    for (const Operation* row = kOperations; row->longName != nullptr; ++row) {
+    for (const Operation* row = kOperations; row->longName != nullptr; ++row)
         names.push_back(row->longName);
-        names.push_back(row->shortName);
-    }
     return names;
 }
 
@@ -51,19 +49,19 @@ void runLines() {
 
 }  // namespace
 
-int runTester(int argumentCount, char** arguments) {
+uint32_t runTester(int argumentCount, char** arguments) {
     static const std::vector<const char*> names = operationNames();
     resetConsoleState();
     scannerlink::state.startVideoThreads = video::startVideoThreads;
     const uint32_t result = scannerlink::initializeLink();
     if (result != 0 || scannerlink::state.scannerCount == 0)
-        return static_cast<int>(result);
+        return result;
     platform::openConsoleInput(kConsolePrompt, names);
     runArguments(argumentCount, arguments);
     runLines();
     resetConsoleState();
     platform::closeConsoleInput();
-    return static_cast<int>(HoxiTerminate());
+    return HoxiTerminate();
 }
 
 void quit() {

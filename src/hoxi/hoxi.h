@@ -34,7 +34,8 @@ HOXI_API HoxiResult HoxiTerminate(void);
 HOXI_API HoxiResult HoxiGetBufSize(uint32_t scanner, uint64_t* first, uint64_t* second, uint64_t* dataBufSize);
 // Queues one command packet of length bytes: code, tag, payload size (three 32-bit words), then the payload.
 HOXI_API HoxiResult HoxiPutCommand(uint32_t scanner, const void* packet, uint32_t length, uint32_t* word);
-// Blocks until a status report arrives or the library ends; fills at most size bytes of the block.
+// Blocks until a status report arrives, the library ends, or the get time-out passes where the library keeps to it;
+// fills at most size bytes of the block.
 HOXI_API HoxiResult HoxiGetStatus(uint32_t scanner, void* block, uint32_t size, uint32_t* length);
 // Milliseconds; 0xFFFFFFFF is without limit.
 HOXI_API HoxiResult HoxiSetTimeouts(uint32_t putMs, uint32_t getMs);

@@ -19,6 +19,7 @@ struct Mailbox {
     uint32_t fetchResult = 0;        // the last failed fetch not yet handled, 0 for none
     uint32_t lastReportedError = 0;  // so that each error is printed once
     int threadRunning = 0;
+    uint32_t generation = 0;  // of the thread that serves it; one of before a restart finds another and ends
     std::array<std::optional<Report>, kReportCodes> slots;  // the latest report of each code
 };
 

@@ -34,7 +34,8 @@ uint32_t readBufferSizes() {
         sizes = BufferSizes{};
         const HoxiResult result = HoxiGetBufSize(scanner, &sizes.first, &sizes.second, &sizes.data);
         if (result != 0) {
-            console::output("TamTest: Failed HoxiGetBufSize () for scanner %" PRIu32 "\n", scanner);
+            console::output("TamTest: Failed HoxiGetBufSize () for scanner %" PRId32 "\n",
+                            static_cast<int32_t>(scanner));
             return result;
         }
     }
@@ -61,7 +62,7 @@ void selectScanner() {
         else
             console::output("Invalid scanner index\n");
     }
-    console::output("scanner index: %" PRIu32 "\n", state.currentScanner);
+    console::output("scanner index: %" PRId32 "\n", static_cast<int32_t>(state.currentScanner));
 }
 
 }  // namespace scannerlink

@@ -122,6 +122,17 @@ TEST_F(Keys, CursorUpBringsTheLastLineBack) {
     EXPECT_TRUE(session.waitFor("NEXT TAG: 123\r\n")) << session.output();
 }
 
+TEST_F(Keys, EscAtThePromptDoesNotTakeTheNextLetterWithIt) {
+    session.type("\x1B");
+    EXPECT_FALSE(session.waitFor("never", 100));
+    expectPromptAnswers();
+}
+
+TEST_F(Keys, ControlArrowMovesByAWord) {
+    session.type("tag 12\x1B[1;5D9\r");
+    EXPECT_TRUE(session.waitFor("NEXT TAG: 912\r\n")) << session.output();
+}
+
 TEST_F(Keys, EndOfFileKeyRunsNothing) {
     session.type("\x04");
     expectPromptAnswers();

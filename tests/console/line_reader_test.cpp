@@ -1,6 +1,7 @@
 #include "console/line_reader.h"
 
 #include "console/console_state.h"
+#include "link/link_state.h"
 #include "support/fake_platform.h"
 #include "support/tester_test.h"
 
@@ -70,6 +71,14 @@ TEST_F(LineReader, ReportsAreShownUntilTheOperatorBeginsToType) {
     fakePlatform().at.emplace(80, [] { fakePlatform().input = "nop\n"; });
     EXPECT_EQ(read(), std::string("> ") + kReport + "> ");
     EXPECT_EQ(lastLine, "nop");
+}
+
+TEST_F(LineReader, EndlessReportsDoNotKeepTheLineFromBeingRead) {
+    fakePlatform().input = "tag 5\n";
+    scannerlink::state.quiet = 1;
+    fakePlatform().onSleep = [] { deliver(makeReport(133, 3, 1)); };
+    EXPECT_EQ(read().size(), 2u * 100u);
+    EXPECT_EQ(lastLine, "tag 5");
 }
 
 TEST_F(LineReader, LineOf255CharactersIsWhole) {

@@ -65,6 +65,11 @@ TEST_F(Scripts, FolderIsNoScript) {
     EXPECT_EQ(type("s " + name), "TamTest: Failed to open script " + name + "\n");
 }
 
+TEST_F(Scripts, DeviceWithoutEndIsNoScript) {
+    EXPECT_EQ(type("s /dev/zero"), "TamTest: Failed to open script /dev/zero\n");
+    EXPECT_EQ(type("/dev/zero"), "TamTest: Invalid command - /dev/zero\n");
+}
+
 TEST_F(Scripts, NamesAndCountsAreMandatory) {
     EXPECT_EQ(type("ls").substr(0, 68), "TamTest: Missing parameter - syntax for Loop_Script(ls) is:\nLoop_Scr");
     EXPECT_EQ(type("s").substr(0, 54), "TamTest: Missing parameter - syntax for Script(s) is:\n");

@@ -118,6 +118,17 @@ TEST_F(Settings, EventWaitLastsUntilTheStateOfTheLastCommandsTagMatches) {
     EXPECT_EQ(fakePlatform().nowMs, 400u);
 }
 
+TEST_F(Settings, EventWaitRightAfterACommandTakesItsReport) {
+    fakeHoxi().onPutCommand = [](uint32_t, const std::vector<uint8_t>& packet) {
+        deliver(makeReport(1, 3, packet[4]));
+        return 0u;
+    };
+    type("tag 77");
+    type("nop");
+    EXPECT_EQ(type("ew 1 3"), kEventWaiting);
+    EXPECT_LE(fakePlatform().nowMs, 10u);
+}
+
 TEST_F(Settings, EventWaitWithTagOffsetOneTakesTheCommandBefore) {
     scannerlink::state.nextTag = 10;
     deliver(makeReport(133, 3, 8));

@@ -26,7 +26,7 @@ protected:
         return printed([&] { exitCode = runTester(static_cast<int>(pointers.size()), pointers.data()); });
     }
 
-    int exitCode = -1;
+    uint32_t exitCode = 0xFFFFFFFF;
     support::TemporaryFolder folder;
 };
 
@@ -34,34 +34,34 @@ TEST_F(Tester, EmptySessionEndsWithTheResultOfTerminate) {
     fakePlatform().input = "Quit\nnop\n";
     fakeHoxi().results["Terminate"] = 77;
     EXPECT_EQ(run(), std::string(kFound) + "> ");
-    EXPECT_EQ(exitCode, 77);
+    EXPECT_EQ(exitCode, 77u);
     EXPECT_EQ(support::callNames(), (std::vector<std::string>{"Initialize", "GetBufSize", "Terminate"}));
 }
 
 TEST_F(Tester, EndOfInputFinishesAsByQuit) {
     fakePlatform().input = "tag\n";
     EXPECT_EQ(run(), std::string(kFound) + "> NEXT TAG: 1\n> ");
-    EXPECT_EQ(exitCode, 0);
+    EXPECT_EQ(exitCode, 0u);
     EXPECT_EQ(support::callNames().back(), "Terminate");
 }
 
 TEST_F(Tester, NoScannerEndsAtOnceWithZero) {
     fakeHoxi().scannerCount = 0;
     EXPECT_EQ(run(), "TamTest: HoxiInitialize found 0 scanners\n");
-    EXPECT_EQ(exitCode, 0);
+    EXPECT_EQ(exitCode, 0u);
     EXPECT_EQ(support::callNames(), std::vector<std::string>{"Initialize"});
 }
 
 TEST_F(Tester, FailedStartEndsAtOnceWithTheResult) {
     fakeHoxi().results["Initialize"] = 12;
     EXPECT_EQ(run(), "TamTest: Failed HoxiInitialize ()\n");
-    EXPECT_EQ(exitCode, 12);
+    EXPECT_EQ(exitCode, 12u);
 }
 
 TEST_F(Tester, FailedBufferSizeEndsAtOnceWithTheResult) {
     fakeHoxi().results["GetBufSize"] = 13;
     run();
-    EXPECT_EQ(exitCode, 13);
+    EXPECT_EQ(exitCode, 13u);
 }
 
 TEST_F(Tester, ArgumentsRunAScriptWithParameters) {
@@ -94,9 +94,23 @@ TEST_F(Tester, ScriptThatCallsItselfStopsAtTheFourthLevelAndTheTesterExits) {
 
 TEST_F(Tester, FlaggedErrorLeavesAllScriptsAfterTheLineAndIsCleared) {
     support::writeFile(folder.file("a.scr"), "brst\ntag\n");
+    support::writeFile(folder.file("b.scr"), "tag 5\ntag 6\n");
     fakeHoxi().results["BusReset"] = 5;
-    EXPECT_EQ(run({folder.file("a.scr")}), std::string(kFound) + ">> brst\nTamTest: failure in HoxiBusReset\n> ");
-    EXPECT_FALSE(errorFlagged());
+    fakePlatform().input = "s " + folder.file("b.scr") + "\n";
+    EXPECT_EQ(run({folder.file("a.scr")}), std::string(kFound) +
+                                               ">> brst\nTamTest: failure in HoxiBusReset\n"
+                                               "> >> tag 5\nNEXT TAG: 5\n>> tag 6\nNEXT TAG: 6\n>> \n> ");
+}
+
+TEST_F(Tester, CommentBehindACommandDoesNotKeepItFromRunning) {
+    fakePlatform().input = "nop ; comment\n";
+    run();
+    EXPECT_EQ(support::packetsPut(), (std::vector<std::vector<uint8_t>>{support::wordBytes({0, 1, 0})}));
+}
+
+TEST_F(Tester, ReferencesOfAScriptThatAreNoParametersAreIgnored) {
+    support::writeFile(folder.file("a.scr"), "%3\n%0\n%11\n");
+    EXPECT_EQ(run({folder.file("a.scr"), "x", "y"}), std::string(kFound) + ">> %3\n>> %0\n>> %11\n>> \n> ");
 }
 
 TEST_F(Tester, QuitEndsAfterTheCurrentLineEvenInAScript) {

@@ -3,6 +3,7 @@
 #include "console/console_state.h"
 #include "link/link_state.h"
 #include "support/fake_platform.h"
+#include "support/files.h"
 #include "support/tester_test.h"
 
 namespace scannerlink {
@@ -162,6 +163,38 @@ TEST_F(StatusCheck, ACodeOf256OrMoreIsShownAndFiledNowhere) {
 TEST_F(StatusCheck, HoldsNothingForScannersBeyondTheTables) {
     startLink(8);
     EXPECT_FALSE(heldReport(8, 1));
+}
+
+TEST_F(StatusCheck, CodesWithoutSlotAreNotLookedForInTheNextMailbox) {
+    startLink(2);
+    for (uint32_t code = 0; code < kReportCodes; ++code)
+        state.mailboxes[1].slots[code] = makeReport(code, 3, 1);
+    state.mailboxes[1].newest = makeReport(1, 3, 1);
+    for (uint32_t code = kReportCodes; code < 2 * kReportCodes; ++code)
+        EXPECT_FALSE(heldReport(0, code)) << code;
+}
+
+TEST_F(StatusCheck, TextMessagesStayOutOfTheLogAndTheirPerCentSignsAreText) {
+    startLink();
+    const support::TemporaryFolder folder;
+    type("blog " + folder.file("log"));
+    Report message = makeReport(200, 3, 1);
+    setBytes(message, 20, "50%n of %s, 100%%");
+    deliver(message);
+    EXPECT_EQ(check(), "\n  50%n of %s, 100%\n  ");
+    EXPECT_EQ(support::readFile(folder.file("log")), "");
+    type("elog");
+}
+
+TEST_F(StatusCheck, ReportsReachTheLog) {
+    startLink();
+    const support::TemporaryFolder folder;
+    type("blog " + folder.file("log"));
+    deliver(makeReport(1, 3, 5));
+    const std::string shown = check();
+    EXPECT_EQ(shown, headerOf(0, 1, 5));
+    EXPECT_EQ(support::readFile(folder.file("log")), shown);
+    type("elog");
 }
 
 TEST_F(StatusCheck, DiscardEmptiesThatSlotOfTheCurrentScannerOnly) {

@@ -1,7 +1,9 @@
 #include "link/status_thread.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <deque>
+#include <span>
 
 #include "console/console_state.h"
 #include "link/link_state.h"
@@ -95,8 +97,10 @@ TEST_F(StatusThread, ReportIsFiledUnderItsCode) {
 }
 
 TEST_F(StatusThread, ReportOfACodeWithoutSlotIsHandedOverAndFiledNowhere) {
+    const auto nextMailbox = [] { return std::as_bytes(std::span(&state.mailboxes[1], 1)); };
+    const std::vector<std::byte> before(nextMailbox().begin(), nextMailbox().end());
     fakeHoxi().onGetStatus = [this](uint32_t, Report& report) {
-        report = makeReport(256 + 133, 3, 1);
+        report = makeReport(256 + 1, 3, 1);
         return ++reports == 1 ? 0u : 9107u;
     };
     bool handedOver = false;
@@ -107,6 +111,7 @@ TEST_F(StatusThread, ReportOfACodeWithoutSlotIsHandedOverAndFiledNowhere) {
     runThread();
     EXPECT_TRUE(handedOver);
     EXPECT_FALSE(heldReport(0, 133));
+    EXPECT_TRUE(std::equal(before.begin(), before.end(), nextMailbox().begin()));
 }
 
 TEST_F(StatusThread, BlockIsZeroedBeforeEveryFetch) {
@@ -188,6 +193,42 @@ TEST_F(StatusThread, FailedLockEndsTheThreadWithAMessage) {
     fakePlatform().locksBeforeFailure = 0;
     EXPECT_EQ(runThread(), "Error waiting for newStatusMutex");
     EXPECT_EQ(state.mailboxes[0].threadRunning, 1);
+}
+
+TEST_F(StatusThread, FailedLockBetweenTheLooksEndsTheThreadWithAMessage) {
+    results = {0, 0};
+    fakePlatform().locksBeforeFailure = 1;
+    EXPECT_EQ(runThread(), "Error waiting for newStatusMutex");
+    EXPECT_EQ(reports, 1u);
+}
+
+TEST_F(StatusThread, OfBeforeARestartEndsAndLeavesTheMailboxToTheNewOne) {
+    results = {0, 0};
+    fakePlatform().onSleep = [] {
+        startStatusFetches();
+        deliver(makeReport(1, 3, 99));
+    };
+    EXPECT_EQ(runThread(), "startStatusFetches found status thread 0 running\n");
+    EXPECT_EQ(reports, 1u);
+    EXPECT_EQ(state.mailboxes[0].newest->tag, 99u);
+}
+
+TEST_F(StatusThread, OfBeforeARestartHandsNothingOverAnyMore) {
+    fakeHoxi().onGetStatus = [](uint32_t, Report& report) {
+        printed(startStatusFetches);
+        report = makeReport(133, 3, 1);
+        return 0u;
+    };
+    const support::FakeThread old = fakePlatform().threads.at(0);
+    old.run(old.argument);
+    EXPECT_FALSE(state.mailboxes[0].newest);
+    EXPECT_FALSE(heldReport(0, 133));
+}
+
+TEST_F(StatusThread, RestartEmptiesTheMailboxesOfScannersThatAreGone) {
+    deliver(makeReport(133, 3, 1), 7);
+    printed(startStatusFetches);
+    EXPECT_FALSE(heldReport(7, 133));
 }
 
 TEST_F(StatusThread, RestartEmptiesTheMailboxes) {

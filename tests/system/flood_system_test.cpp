@@ -24,12 +24,14 @@ TEST_F(Flood, NoReportIsLostAndTheOrderIsKeptPerScanner) {
         const auto report = scannerlink::heldReport(scanner, 132);
         return report ? report->tag : 0;
     };
-    for (uint32_t scanner = 0; scanner < kScanners;) {
+    constexpr uint64_t kPasses = 4 * kReports;  // one pass shows up to one report of each scanner
+    uint64_t pass = 0;
+    for (uint32_t scanner = 0; scanner < kScanners && pass < kPasses * kScanners; ++pass) {
         scannerlink::checkStatus();
         if (lastTag(scanner) == kReports)
             ++scanner;
     }
-    for (int pass = 0; pass < 3; ++pass)
+    for (int last = 0; last < 3; ++last)
         scannerlink::checkStatus();
     std::istringstream text(::testing::internal::GetCapturedStdout());
 

@@ -11,6 +11,7 @@
 #include <cwchar>
 
 #include "completion.h"
+#include "platform/keyboard.h"
 #include "terminal.h"
 
 namespace platform {
@@ -69,6 +70,9 @@ int readCharacter(EditLine* edit, wchar_t* character) {
         if (byte == kTerminalInterrupted) {
             el_set(edit, EL_REFRESH);
             continue;
+        }
+        if (byte == kEscapeKey && !terminalByteWaiting()) {
+            continue;  // the key by itself, as struck to leave scripts; it must not take the next letter with it
         }
         const char narrow = static_cast<char>(byte);
         const size_t used = std::mbrtowc(character, &narrow, 1, &state);
@@ -134,6 +138,12 @@ void configure(EditLine* edit) {
     el_set(edit, EL_HIST, history, editor.history);
     el_set(edit, EL_ADDFN, "complete-first-word", "Complete the first word", completeFirstWord);
     el_set(edit, EL_BIND, "^I", "complete-first-word", nullptr);
+    for (const char* controlLeft : {"\\e[1;5D", "\\e[1;3D"}) {
+        el_set(edit, EL_BIND, controlLeft, "ed-prev-word", nullptr);
+    }
+    for (const char* controlRight : {"\\e[1;5C", "\\e[1;3C"}) {
+        el_set(edit, EL_BIND, controlRight, "em-next-word", nullptr);
+    }
 }
 
 bool createEditor() {
