@@ -1,11 +1,12 @@
 #include "console.h"
 
+#include <fcntl.h>
+#include <io.h>
 #include <windows.h>
 
 #include <array>
 #include <atomic>
 #include <cstdio>
-#include <vector>
 
 namespace platform {
 
@@ -19,6 +20,11 @@ std::wstring leftOver;  // the first half of a character whose second half the b
 
 HANDLE input() {
     return GetStdHandle(STD_INPUT_HANDLE);
+}
+
+bool isConsole(HANDLE stream) {
+    DWORD mode = 0;
+    return GetConsoleMode(stream, &mode) != 0;
 }
 
 // Called by the system on a thread of its own; the event goes on to the next handler, which ends the process.
@@ -52,8 +58,7 @@ void keepHalfCharacter(std::wstring& text) {
 }  // namespace
 
 bool consoleOnInput() {
-    DWORD mode = 0;
-    return GetConsoleMode(input(), &mode) != 0;
+    return isConsole(input());
 }
 
 void takeConsole() {
@@ -64,8 +69,12 @@ void takeConsole() {
     }
     SetConsoleOutputCP(CP_UTF8);
     SetConsoleCtrlHandler(putBackOnTheWayOut, TRUE);
-    // Byte by byte, as an unbuffered stream has it, a character of several bytes would not be put together.
-    std::setvbuf(stdout, nullptr, _IOFBF, BUFSIZ);
+    if (isConsole(GetStdHandle(STD_OUTPUT_HANDLE))) {
+        // A character's bytes must reach the console together, and as they are: in text mode the C library would take
+        // each for a character of its own. The console itself begins a new line at every newline.
+        std::setvbuf(stdout, nullptr, _IOFBF, BUFSIZ);
+        _setmode(_fileno(stdout), _O_BINARY);
+    }
 }
 
 void putConsoleBack() {
