@@ -1,10 +1,9 @@
 #include "operations/bitmap_file.h"
 
 #include <cstdio>
-#include <filesystem>
-#include <new>
 
 #include "console/output.h"
+#include "console/regular_file.h"
 
 namespace operations {
 namespace {
@@ -28,10 +27,7 @@ struct InfoHeader {
 };
 static_assert(sizeof(InfoHeader) == 40);
 
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
+using console::File;
 
 bool readWhole(const File& file, void* buffer, size_t size) {
     return std::fread(buffer, 1, size, file.get()) == size;
@@ -44,17 +40,15 @@ bool failed(const char* format, const std::string& name) {
 
 bool allocatePixels(BitmapFile& bitmap) {
     const uint64_t count = uint64_t{bitmap.width} * bitmap.height;
-    if (count > 0 && count <= kMostPixels)
-        bitmap.pixels.reset(new (std::nothrow) uint8_t[count]);
-    return bitmap.pixels != nullptr;
+    if (count <= kMostPixels)
+        bitmap.pixels = ByteBuffer(count);
+    return !bitmap.pixels.empty();
 }
 
 }  // namespace
 
 bool readBitmapFile(const std::string& name, BitmapFile& bitmap) {
-    std::error_code ignored;
-    const bool folder = std::filesystem::is_directory(name, ignored);
-    const File file(folder ? nullptr : std::fopen(name.c_str(), "rb"));
+    const File file = console::openRegularFile(name, "rb");
     if (!file)
         return failed("TamTest: can't open %s\n", name);
     uint8_t fileHeader[kFileHeaderSize];
@@ -72,7 +66,7 @@ bool readBitmapFile(const std::string& name, BitmapFile& bitmap) {
     const uint64_t colors = info.colorsUsed == 0 ? bitmap.colors.size() : info.colorsUsed;
     if (colors > bitmap.colors.size() || !readWhole(file, bitmap.colors.data(), colors * sizeof(uint32_t)))
         return failed("TamTest: can't read color map from %s\n", name);
-    if (!readWhole(file, bitmap.pixels.get(), size_t{bitmap.width} * bitmap.height))
+    if (!readWhole(file, bitmap.pixels.bytes().data(), bitmap.pixels.bytes().size()))
         return failed("TamTest: can't read image from %s\n", name);
     return true;
 }

@@ -3,8 +3,9 @@
 
 #include <array>
 #include <cstdint>
-#include <memory>
 #include <string>
+
+#include "operations/byte_buffer.h"
 
 namespace operations {
 
@@ -12,7 +13,7 @@ struct BitmapFile {
     uint32_t width = 0;
     uint32_t height = 0;
     std::array<uint32_t, 256> colors{};  // 0x00RRGGBB, 0 beyond those of the file
-    std::unique_ptr<uint8_t[]> pixels;   // width x height, rows as they stand in the file
+    ByteBuffer pixels{0};                // width x height, rows as they stand in the file
 };
 
 // Reads header, colour map and pixels, which follow the colour map directly, rows of exactly width bytes. Neither

@@ -221,9 +221,8 @@ void writeLocalDisplay() {
     BitmapFile bitmap;
     if (name == nullptr || !readBitmapFile(name, bitmap))
         return;
-    const std::span<uint8_t> pixels(bitmap.pixels.get(), size_t{bitmap.width} * bitmap.height);
-    halvePixels(pixels);
-    sendBitmap(command, bitmap.width, bitmap.height, pixels);
+    halvePixels(bitmap.pixels.bytes());
+    sendBitmap(command, bitmap.width, bitmap.height, bitmap.pixels.bytes());
 }
 
 void writeLocalOverlay() {

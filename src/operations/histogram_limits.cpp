@@ -3,10 +3,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <memory>
 
 #include "console/console_state.h"
 #include "console/output.h"
+#include "console/regular_file.h"
 #include "console/tokenizer.h"
 #include "operations/tiff_image.h"
 
@@ -16,10 +16,7 @@ namespace {
 constexpr size_t kFractionOfPixels = 50;
 constexpr size_t kLineSize = 128;
 
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
+using console::File;
 
 using Histogram = std::array<size_t, kLevels>;
 
@@ -69,7 +66,7 @@ HistogramLimits histogramLimits(std::span<const uint8_t> pixels) {
 
 Tally readTally(const std::string& name) {
     Tally tally{};
-    const File file(std::fopen(name.c_str(), "r"));
+    const File file = console::openRegularFile(name, "r");
     if (!file)
         return tally;
     char line[kLineSize];

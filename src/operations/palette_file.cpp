@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstring>
-#include <filesystem>
 
 #include "console/output.h"
 #include "console/tokenizer.h"
@@ -55,8 +54,8 @@ Entries readBinaryPalette(const std::string& name) {
 }
 
 bool isEmptyFile(const std::string& name) {
-    std::error_code failed;
-    return std::filesystem::file_size(name, failed) == 0 && !failed;
+    uint8_t byte = 0;
+    return readValueBytes(name, {&byte, 1}) == 0;
 }
 
 }  // namespace

@@ -3,9 +3,9 @@
 #include <cctype>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
-#include <memory>
 #include <string_view>
+
+#include "console/regular_file.h"
 
 namespace operations {
 namespace {
@@ -14,14 +14,8 @@ constexpr char kTextMark[] = "ASCII";
 constexpr char kBitmapMark[] = "BM";
 constexpr size_t kLongestWord = 1024;
 
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
-
-File openFile(const std::string& name) {
-    std::error_code ignored;
-    return File(std::filesystem::is_directory(name, ignored) ? nullptr : std::fopen(name.c_str(), "rb"));
+console::File openFile(const std::string& name) {
+    return console::openRegularFile(name, "rb");
 }
 
 bool beginsWithTextMark(std::string_view start) {
@@ -62,7 +56,7 @@ std::string nextWord(std::FILE* file) {
 }  // namespace
 
 ValueForm valueForm(const std::string& name) {
-    const File file = openFile(name);
+    const console::File file = openFile(name);
     if (!file)
         return ValueForm::unreadable;
     char start[sizeof kTextMark] = {};
@@ -73,7 +67,7 @@ ValueForm valueForm(const std::string& name) {
 }
 
 bool readValueWords(const std::string& name, const std::function<bool(const char* word)>& visit) {
-    const File file = openFile(name);
+    const console::File file = openFile(name);
     if (!file)
         return false;
     skipLine(file.get());
@@ -84,7 +78,7 @@ bool readValueWords(const std::string& name, const std::function<bool(const char
 }
 
 size_t readValueBytes(const std::string& name, std::span<uint8_t> buffer) {
-    const File file = openFile(name);
+    const console::File file = openFile(name);
     return file ? std::fread(buffer.data(), 1, buffer.size(), file.get()) : 0;
 }
 

@@ -28,7 +28,7 @@ TEST(CommandLog, EndsWithTheLastMessageWhenTheProcessIsKilled) {
     ASSERT_TRUE(session.waitFor("NEXT TAG: 42\n> ")) << session.output();
     session.sendSignal(SIGKILL);
     ASSERT_TRUE(session.waitForExit());
-    EXPECT_EQ(support::readFile(folder.file("log.txt")), "NEXT TAG: 41\nNEXT TAG: 42\n");
+    EXPECT_EQ(support::readText(folder.file("log.txt")), "NEXT TAG: 41\nNEXT TAG: 42\n");
 }
 
 }  // namespace

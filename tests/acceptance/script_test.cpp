@@ -88,7 +88,7 @@ TEST_F(ScriptFile, TypedAsACommandRunsToo) {
 TEST_F(ScriptFile, LogHoldsScriptLinesAndMessagesButNeitherPromptsNorBanners) {
     support::writeFile(folder.file("b.scr"), "tag 7 ; seven\n");
     runTester("blog log.txt\nlsc 1 b\ntag 8\nhelp quit\n", {.folder = folder.path().string()});
-    EXPECT_EQ(support::readFile(folder.file("log.txt")),
+    EXPECT_EQ(support::readText(folder.file("log.txt")),
               "tag 7 ; seven\nNEXT TAG: 7\n\nNEXT TAG: 8\nQuit\n        This operation exits the tester.\n");
 }
 

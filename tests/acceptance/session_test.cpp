@@ -87,7 +87,7 @@ TEST(Session, BadScenarioIsToldAndEndsTheTester) {
     const support::RunResult result = runTester("nop\n", {.environment = {{"HOXI_SCENARIO", folder.file("bad.toml")}}});
     EXPECT_EQ(result.out, "TamTest: Failed HoxiInitialize ()\n");
     EXPECT_NE(result.err.find("bad.toml:2: "), std::string::npos) << result.err;
-    EXPECT_EQ(result.exitCode, 9003 & 0xFF);
+    EXPECT_EQ(result.exitCode, support::exitCodeOf(9003));
 }
 
 TEST(Session, ManyScannersAreServedEight) {

@@ -182,7 +182,7 @@ TEST_F(StatusCheck, TextMessagesStayOutOfTheLogAndTheirPerCentSignsAreText) {
     setBytes(message, 20, "50%n of %s, 100%%");
     deliver(message);
     EXPECT_EQ(check(), "\n  50%n of %s, 100%\n  ");
-    EXPECT_EQ(support::readFile(folder.file("log")), "");
+    EXPECT_EQ(support::readText(folder.file("log")), "");
     type("elog");
 }
 
@@ -193,7 +193,7 @@ TEST_F(StatusCheck, ReportsReachTheLog) {
     deliver(makeReport(1, 3, 5));
     const std::string shown = check();
     EXPECT_EQ(shown, headerOf(0, 1, 5));
-    EXPECT_EQ(support::readFile(folder.file("log")), shown);
+    EXPECT_EQ(support::readText(folder.file("log")), shown);
     type("elog");
 }
 

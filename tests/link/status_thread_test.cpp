@@ -9,6 +9,7 @@
 #include "link/link_state.h"
 #include "link/scanner_link.h"
 #include "link/status_check.h"
+#include "support/child_process.h"
 #include "support/fake_hoxi.h"
 #include "support/fake_platform.h"
 #include "support/tester_test.h"
@@ -264,7 +265,7 @@ TEST_F(StatusThread, RefusedMutexIsSaidAndEndsTheProcess) {
             std::atexit([] { std::fputs(::testing::internal::GetCapturedStdout().c_str(), stderr); });
             startStatusFetches();
         },
-        ::testing::ExitedWithCode(255), "Couldn't create newStatusMutex\n");
+        ::testing::ExitedWithCode(support::exitCodeOf(-1)), "Couldn't create newStatusMutex\n");
 }
 
 }  // namespace

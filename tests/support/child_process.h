@@ -1,6 +1,6 @@
 // Programs run by tests, through pipes: all at once, or step by step. A child inherits the environment but for
 // HOXI_SCENARIO, which it has only when it is given. No child outlives its time-out or its session object.
-// Any one thread; one session per child.
+// The line ends of the platform's text streams are read as newlines. Any one thread; one session per child.
 #pragma once
 
 #include <map>
@@ -26,6 +26,9 @@ struct RunResult {
     std::string err;
     bool timedOut = false;  // it was killed
 };
+
+// What is left of a result of 32 bits in the exit code of a process.
+int exitCodeOf(int result);
 
 // Runs program (a path) to its end. A program that cannot be started has exit code 127.
 RunResult runProgram(const std::string& program, const RunOptions& options = {});

@@ -166,6 +166,10 @@ void PipeSession::sendSignal(int number) {
     }
 }
 
+int exitCodeOf(int result) {
+    return result & 0xFF;
+}
+
 RunResult runProgram(const std::string& program, const RunOptions& options) {
     PipeSession session(program, options);
     session.type(options.input);

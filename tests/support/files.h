@@ -10,6 +10,9 @@ namespace support {
 // All bytes of a file; empty when it cannot be read.
 std::string readFile(const std::filesystem::path& path);
 
+// The same of a text file, with the platform's line ends read as newlines.
+std::string readText(const std::filesystem::path& path);
+
 // Writes the bytes as they stand. False when the file cannot be written.
 bool writeFile(const std::filesystem::path& path, std::string_view bytes);
 

@@ -137,13 +137,4 @@ uint64_t steadyMs() {
     return static_cast<uint64_t>(std::chrono::duration_cast<std::chrono::milliseconds>(sinceStart).count());
 }
 
-bool Finder::find(std::string_view output, std::string_view text) {
-    const size_t found = output.find(text, position_);
-    if (found == std::string_view::npos) {
-        return false;
-    }
-    position_ = found + text.size();
-    return true;
-}
-
 }  // namespace support

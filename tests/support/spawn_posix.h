@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "support/child_process.h"
+#include "support/finder.h"
 
 namespace support {
 
@@ -58,14 +59,5 @@ bool writeAvailable(const Descriptor& descriptor, std::string& bytes);
 void waitForTraffic(std::vector<int> readable, int writable);
 
 uint64_t steadyMs();
-
-// A text looked for from where the last one found ended.
-class Finder {
-public:
-    bool find(std::string_view output, std::string_view text);
-
-private:
-    size_t position_ = 0;
-};
 
 }  // namespace support

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <map>
 #include <sstream>
+#include <string>
 
 #include "link/link_state.h"
 #include "link/status_check.h"
@@ -14,11 +15,18 @@ namespace {
 class Flood : public SystemTest {};
 
 constexpr uint32_t kScanners = 8;
+// Where a pass through a lock is a round trip to a server, as under Wine, fewer must do.
+#if defined(_WIN32)
+constexpr uint32_t kReports = 1000;
+#else
 constexpr uint32_t kReports = 20000;
+#endif
 
 TEST_F(Flood, NoReportIsLostAndTheOrderIsKeptPerScanner) {
     // Every hand-over takes a poll interval of 10 ms; here that is a few microseconds.
-    start("[library]\nscanners = 8\n[[report]]\ncode = 132\ncount = 20000\ntag = 1\ntag_step = 1\n", 2000);
+    start("[library]\nscanners = 8\n[[report]]\ncode = 132\ncount = " + std::to_string(kReports) +
+              "\ntag = 1\ntag_step = 1\n",
+          2000);
     ::testing::internal::CaptureStdout();
     const auto lastTag = [](uint32_t scanner) {
         const auto report = scannerlink::heldReport(scanner, 132);
