@@ -106,6 +106,14 @@ TEST_F(TiffTools, PackBits) {
     expectTheImage();
 }
 
+TEST_F(TiffTools, LargeImageInOneCompressedStrip) {
+    const TiffFileInfo wanted{8, 4000, 1500, 500, 1000, 1, 0};
+    const std::string pixels = pattern(4000, 1500);
+    ASSERT_EQ(writeTiffFile(ours().c_str(), pixels.data(), &wanted), 0);
+    copyWith({"-c", "zip", "-r", "1500"});
+    EXPECT_TRUE(read() == pixels);
+}
+
 TEST_F(TiffTools, MostSignificantByteFirst) {
     copyWith({"-c", "lzw", "-B"});
     expectTheImage();

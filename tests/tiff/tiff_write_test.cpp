@@ -36,6 +36,12 @@ TEST_F(TiffWrite, OddSizes) {
     EXPECT_TRUE(read() == pattern(333, 77));
 }
 
+TEST_F(TiffWrite, LargeImage) {
+    const std::string pixels = pattern(4000, 1500);
+    EXPECT_EQ(write(4000, 1500, pixels), 0);
+    EXPECT_TRUE(read() == pixels);
+}
+
 TEST_F(TiffWrite, PixelsAreInTheFileAsTheyAre) {
     write(64, 64, pattern(64, 64));
     EXPECT_NE(support::readFile(file()).find(pattern(64, 64)), std::string::npos);

@@ -28,11 +28,11 @@ bool setResolution(TIFF* handle, const TiffFileInfo& info) {
            set(TIFFTAG_YRESOLUTION, info.v_res);
 }
 
-// One strip: libtiff hands the pixels to the system as they are, in one piece. It takes them as its own to change,
-// but changes bytes of uncompressed images only on their way to another bit order.
+// One strip of pixels as they are: libtiff hands them to the system in one piece, without a buffer of its own. It does
+// not change them, whatever its parameter says.
 bool writeStrip(TIFF* handle, const uint8_t* pixels, uint32_t byteCount) {
     const auto size = static_cast<tmsize_t>(byteCount);
-    return TIFFWriteEncodedStrip(handle, 0, const_cast<uint8_t*>(pixels), size) == size;
+    return TIFFWriteRawStrip(handle, 0, const_cast<uint8_t*>(pixels), size) == size;
 }
 
 bool writeImage(const FileDescriptor& file, const uint8_t* pixels, const TiffFileInfo& info) {

@@ -35,6 +35,15 @@ uint64_t fileSizeOf(const std::wstring& name) {
     return uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
 }
 
+// A cut directory has no reader, and not every component survives being asked for its tags.
+bool hasReadableDirectory(IWICBitmapFrameDecode& frame) {
+    const auto blocks = made<IWICMetadataBlockReader>([&](IWICMetadataBlockReader** result) {
+        return frame.QueryInterface(__uuidof(IWICMetadataBlockReader), reinterpret_cast<void**>(result));
+    });
+    return blocks && made<IWICMetadataReader>(
+                         [&](IWICMetadataReader** reader) { return blocks->GetReaderByIndex(0, reader); }) != nullptr;
+}
+
 // Frame and tags stay null when this is no TIFF file.
 void open(OpenImage& image, const char* fileName) {
     const std::wstring name = wideName(fileName);
@@ -51,7 +60,7 @@ void open(OpenImage& image, const char* fileName) {
         return;
     image.frame =
         made<IWICBitmapFrameDecode>([&](IWICBitmapFrameDecode** frame) { return decoder->GetFrame(0, frame); });
-    if (image.frame)
+    if (image.frame && hasReadableDirectory(*image.frame))
         image.tags = made<IWICMetadataQueryReader>(
             [&](IWICMetadataQueryReader** tags) { return image.frame->GetMetadataQueryReader(tags); });
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <wincodec.h>
+#include <wincodecsdk.h>
 #include <windows.h>
 
 #include <memory>
@@ -20,7 +21,7 @@ using ComPointer = std::unique_ptr<Interface, Released>;
 template <typename Interface, typename Get>
 ComPointer<Interface> made(Get get) {
     Interface* object = nullptr;
-    return SUCCEEDED(get(&object)) ? ComPointer<Interface>(object) : nullptr;
+    return SUCCEEDED(get(&object)) && object != nullptr ? ComPointer<Interface>(object) : nullptr;
 }
 
 class Imaging {
