@@ -98,4 +98,15 @@ void readLine(char* line) {
     cutAtCommentOrNewline(line);
 }
 
+std::string readReply(const char* question) {
+    platform::setInputPrompt(question);
+    char line[kLineSize];
+    int byte = readText(line, kLineSize, consoleByte);
+    while (byte >= 0 && byte != '\n')
+        byte = consoleByte();
+    platform::setInputPrompt(kConsolePrompt);
+    line[std::strcspn(line, "\n")] = '\0';
+    return line;
+}
+
 }  // namespace console

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 namespace console {
 
@@ -15,5 +16,9 @@ inline constexpr char kConsolePrompt[] = "> ";
 // Fills line, an array of kLineSize characters, with the next line up to its comment or newline. Empty when there is
 // nothing to run: at the end of a script, or when the input has ended (which, unless it is a terminal, also quits).
 void readLine(char* line);
+
+// Reads one line of the console's input as the answer to a question that has been printed. Returns it without its line
+// end, cut to what a line holds; the rest of a longer one is gone. Empty when the input has ended.
+std::string readReply(const char* question);
 
 }  // namespace console

@@ -10,10 +10,17 @@
 #include "link/exercise.h"
 #include "link/scanner_link.h"
 #include "operations/command_catalogue.h"
+#include "operations/display_setup.h"
+#include "operations/eeprom_write_test.h"
+#include "operations/histogram_limits.h"
+#include "operations/image_transfer.h"
+#include "operations/parameter_sets.h"
+#include "operations/upload.h"
 
 namespace console {
 
 using operations::sendRow;
+using operations::upload;
 using namespace operations::layouts;
 
 // Each file holds neighbouring rows; their order here is the order of the table.

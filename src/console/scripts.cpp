@@ -1,32 +1,22 @@
 #include "console/scripts.h"
 
-#include <sys/stat.h>
-
 #include <cstdio>
 #include <string>
 
 #include "console/console_state.h"
 #include "console/keyboard_poll.h"
 #include "console/output.h"
+#include "console/regular_file.h"
 #include "console/tokenizer.h"
 
 namespace console {
 namespace {
 
-// Folders, pipes and devices open like files on some systems, but hold no lines or have no end. The name may be any
-// bytes, which std::filesystem does not take everywhere.
-bool isRegularFile(const std::string& name) {
-    struct stat info {};
-    return stat(name.c_str(), &info) == 0 && S_ISREG(info.st_mode);
-}
-
-std::FILE* openText(const std::string& name) {
-    return isRegularFile(name) ? std::fopen(name.c_str(), "r") : nullptr;
-}
-
 std::FILE* openScript(const char* name) {
-    std::FILE* file = openText(name);
-    return file != nullptr ? file : openText(std::string(name) + ".scr");
+    File file = openRegularFile(name, "r");
+    if (!file)
+        file = openRegularFile(std::string(name) + ".scr", "r");
+    return file.release();
 }
 
 // Called with the new script's level already current, so that a %n among the words is the new script's own.

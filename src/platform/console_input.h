@@ -15,6 +15,9 @@ inline constexpr int kInputEmpty = -2;  // the operator ended an empty line at t
 void openConsoleInput(const char* prompt, std::span<const char* const> words);
 void closeConsoleInput();
 
+// What the program has printed before the next line to be edited, kept by address until it is set again.
+void setInputPrompt(const char* prompt);
+
 // True when reading would begin at once: a key has been struck, or a pipe or file holds bytes or has ended.
 bool inputReady();
 

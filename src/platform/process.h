@@ -9,6 +9,9 @@ namespace platform {
 // takes their place. Called first.
 void secureStandardStreams();
 
+// True when standard output is a terminal that a person looks at.
+bool outputIsTerminal();
+
 // What to end the process with so that whoever started it learns the result. Where the system keeps only part of an
 // exit code, a failure never reads as success.
 int exitCode(uint32_t result);

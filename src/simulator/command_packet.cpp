@@ -1,5 +1,7 @@
 #include "simulator/command_packet.h"
 
+#include <algorithm>
+
 namespace simulator {
 
 namespace {
@@ -13,6 +15,23 @@ uint32_t readWord(std::span<const uint8_t> bytes, size_t offset) {
 }
 
 }  // namespace
+
+std::span<const uint8_t> PayloadReader::bytes(size_t count) {
+    missing_ = missing_ || count > payload_.size();
+    const auto taken = payload_.first(std::min(count, payload_.size()));
+    payload_ = payload_.subspan(taken.size());
+    return taken;
+}
+
+uint32_t PayloadReader::take(size_t count) {
+    uint32_t value = 0;
+    uint32_t shift = 0;
+    for (const uint8_t byte : bytes(count)) {
+        value |= static_cast<uint32_t>(byte) << shift;
+        shift += 8;
+    }
+    return value;
+}
 
 std::optional<CommandPacket> readPacket(std::span<const uint8_t> bytes) {
     if (bytes.size() < kPacketHeaderSize || readWord(bytes, 8) > bytes.size() - kPacketHeaderSize) {

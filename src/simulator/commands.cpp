@@ -1,41 +1,21 @@
 #include "simulator/commands.h"
 
 #include "hoxi/hoxi_codes.h"
+#include "simulator/command_rows.h"
 #include "simulator/scanner.h"
 
 namespace simulator {
 
 namespace {
 
-struct Request {
-    Scanner& scanner;
-    const CommandPacket& packet;
-    uint64_t nowMs;
-};
-
-AnswerReport commandReport(const CommandPacket& packet, Stage stage, int32_t state) {
-    return {stage, ReportWriter(hoxi::STA_COMMAND, state, packet.tag).report()};
-}
-
-AnswerReport pending(const CommandPacket& packet) {
-    return commandReport(packet, Stage::Pending, hoxi::kPending);
-}
-
-AnswerReport complete(const CommandPacket& packet) {
-    return commandReport(packet, Stage::Complete, hoxi::kComplete);
-}
-
-Answer answerWithData(const CommandPacket& packet, const ReportWriter& data) {
-    return {pending(packet), {Stage::Data, data.report()}, complete(packet)};
-}
-
 Answer runNop(const Request& request) {
-    return {{Stage::Complete, ReportWriter(hoxi::STA_NOP, hoxi::kComplete, request.packet.tag).report()}};
+    const Report report = ReportWriter(hoxi::STA_NOP, hoxi::kComplete, request.packet.tag).report();
+    return {{{Stage::Complete, report}}, {}};
 }
 
 Answer runReset(const Request& request) {
     request.scanner.reset(request.nowMs);
-    return {pending(request.packet)};
+    return {{pending(request.packet)}, {}};
 }
 
 Answer runSendVersion(const Request& request) {
@@ -55,15 +35,6 @@ Answer runSendImageVersion(const Request& request) {
     return answerWithData(request.packet, report);
 }
 
-Answer runNothing(const Request& request) {
-    return {pending(request.packet), complete(request.packet)};
-}
-
-struct CommandRow {
-    uint32_t code;
-    Answer (*run)(const Request& request);
-};
-
 constexpr CommandRow kCommands[] = {
     {hoxi::CMD_NOP, runNop},
     {hoxi::CMD_RESET, runReset},
@@ -71,16 +42,40 @@ constexpr CommandRow kCommands[] = {
     {hoxi::CMD_SEND_IMG_VERS, runSendImageVersion},
 };
 
-}  // namespace
-
-Answer runCommand(Scanner& scanner, const CommandPacket& packet, uint64_t nowMs) {
-    const Request request{scanner, packet, nowMs};
-    for (const CommandRow& row : kCommands) {
-        if (row.code == packet.code) {
-            return row.run(request);
+const CommandRow* findCommand(uint32_t code) {
+    const std::span<const CommandRow> tables[] = {kCommands, captureCommands(), imageCommands(), queryCommands(),
+                                                  boardCommands()};
+    for (const std::span<const CommandRow> table : tables) {
+        for (const CommandRow& row : table) {
+            if (row.code == code) {
+                return &row;
+            }
         }
     }
-    return runNothing(request);
+    return nullptr;
+}
+
+}  // namespace
+
+AnswerReport pending(const CommandPacket& packet) {
+    return {Stage::Pending, ReportWriter(hoxi::STA_COMMAND, hoxi::kPending, packet.tag).report()};
+}
+
+AnswerReport ended(const CommandPacket& packet, int32_t state) {
+    return {Stage::Complete, ReportWriter(hoxi::STA_COMMAND, state, packet.tag).report()};
+}
+
+Answer answer(const CommandPacket& packet, int32_t state) {
+    return {{pending(packet), ended(packet, state)}, {}};
+}
+
+Answer answerWithData(const CommandPacket& packet, const ReportWriter& data) {
+    return {{pending(packet), {Stage::Data, data.report()}, ended(packet, hoxi::kComplete)}, {}};
+}
+
+Answer runCommand(Scanner& scanner, const CommandPacket& packet, uint64_t nowMs) {
+    const CommandRow* const row = findCommand(packet.code);
+    return row == nullptr ? answer(packet, hoxi::kComplete) : row->run({scanner, scanner.device(), packet, nowMs});
 }
 
 Report bootReport() {

@@ -79,6 +79,16 @@ std::vector<AnswerFault> AnswerFaults::meant(uint32_t command) {
     return found;
 }
 
+std::optional<TransferFault> TransferFaults::meant(Function function) {
+    std::optional<TransferFault> found;
+    for (Entry& entry : entries_) {
+        if (static_cast<Function>(entry.fault.function) == function && entry.counter.isHit(entry.fault) && !found) {
+            found = entry.fault;
+        }
+    }
+    return found;
+}
+
 uint64_t ReportSource::nextDueMs(const Progress& progress) {
     if (plan_.count != 0 && emitted_ >= static_cast<uint64_t>(plan_.count)) {
         return kNever;

@@ -71,6 +71,20 @@ private:
     std::vector<Entry> entries_;
 };
 
+class TransferFaults {
+public:
+    void add(const TransferFault& fault) { entries_.push_back({fault, {}}); }
+    // What befalls this call; of several faults the first.
+    std::optional<TransferFault> meant(Function function);
+
+private:
+    struct Entry {
+        TransferFault fault;
+        OccasionCounter counter;
+    };
+    std::vector<Entry> entries_;
+};
+
 // Makes the reports of one UnaskedReport, one at a time.
 class ReportSource {
 public:

@@ -136,12 +136,35 @@ HoxiResult HoxiGetMemory(uint32_t scanner, void* buffer, uint32_t, uint32_t* tra
     return receiveNothing(Function::GetMemory, scanner, buffer, transferred, flags);
 }
 
-HoxiResult HoxiPutImage(uint32_t scanner, const void* data, uint32_t, uint32_t* transferred, uint32_t) {
-    return transferNothing(Function::PutImage, scanner, data, transferred);
+HoxiResult HoxiPutImage(uint32_t scanner, const void* data, uint32_t byteCount, uint32_t* transferred, uint32_t flags) {
+    if (data == nullptr || transferred == nullptr || byteCount == 0) {
+        return kBadArgument;
+    }
+    *transferred = 0;
+    Call call(Function::PutImage, scanner);
+    if (call.result() != kOk) {
+        return call.result();
+    }
+    const auto block = call.scanner().putImage({static_cast<const uint8_t*>(data), byteCount}, flags, call.nowMs());
+    *transferred = block.moved;
+    return block.result;
 }
 
-HoxiResult HoxiGetImage(uint32_t scanner, void* buffer, uint32_t, uint32_t* transferred, uint32_t* flags) {
-    return receiveNothing(Function::GetImage, scanner, buffer, transferred, flags);
+HoxiResult HoxiGetImage(uint32_t scanner, void* buffer, uint32_t byteCount, uint32_t* transferred, uint32_t* flags) {
+    if (buffer == nullptr || transferred == nullptr || flags == nullptr || byteCount == 0) {
+        return kBadArgument;
+    }
+    *transferred = 0;
+    *flags = 0;
+    Call call(Function::GetImage, scanner);
+    if (call.result() != kOk) {
+        return call.result();
+    }
+    const auto block = call.scanner().getImage({static_cast<uint8_t*>(buffer), byteCount}, call.nowMs());
+    simulator::bus().changed.notify_all();
+    *transferred = block.moved;
+    *flags = block.flags;
+    return block.result;
 }
 
 HoxiResult HoxiPutBitmap(uint32_t scanner, const void* data, uint32_t, uint32_t* transferred, uint32_t) {

@@ -17,6 +17,14 @@ void writeWord(Report& report, size_t offset, uint32_t value) {
     }
 }
 
+uint32_t readWord(const Report& report, size_t offset) {
+    uint32_t value = 0;
+    for (size_t i = 0; i < 4; ++i) {
+        value |= static_cast<uint32_t>(report[offset + i]) << (8 * i);
+    }
+    return value;
+}
+
 }  // namespace
 
 ReportWriter::ReportWriter(uint32_t code, int32_t state, uint32_t tag) {
@@ -74,6 +82,24 @@ void ReportWriter::append(uint8_t value) {
 
 void setState(Report& report, int32_t state) {
     writeWord(report, kStateAt, static_cast<uint32_t>(state));
+}
+
+void setBodyWord(Report& report, size_t word, uint32_t value) {
+    if (word < kReportBodySize / 4) {
+        writeWord(report, kReportHeaderSize + 4 * word, value);
+    }
+}
+
+uint32_t codeOf(const Report& report) {
+    return readWord(report, kCodeAt);
+}
+
+int32_t stateOf(const Report& report) {
+    return static_cast<int32_t>(readWord(report, kStateAt));
+}
+
+uint32_t tagOf(const Report& report) {
+    return readWord(report, kTagAt);
 }
 
 }  // namespace simulator

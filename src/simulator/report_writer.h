@@ -45,5 +45,10 @@ private:
 
 // Puts another state into a finished report.
 void setState(Report& report, int32_t state);
+// Puts another value into a word of a finished report's body, counted from 0; does nothing beyond its end.
+void setBodyWord(Report& report, size_t word, uint32_t value);
+uint32_t codeOf(const Report& report);
+int32_t stateOf(const Report& report);
+uint32_t tagOf(const Report& report);
 
 }  // namespace simulator

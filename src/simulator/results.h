@@ -14,4 +14,6 @@ inline constexpr HoxiResult kAlreadyOpen = 9006;        // HoxiInitialize withou
 inline constexpr HoxiResult kNoSuchScanner = 9007;      // scanner index out of range
 inline constexpr HoxiResult kBadPacket = 9008;          // shorter than its header, or than its header says
 
+inline constexpr HoxiResult kBadBlock = 9010;  // does not go with the transfer that was announced
+
 }  // namespace simulator

@@ -1,6 +1,8 @@
 #include "simulator/scanner.h"
 
 #include <algorithm>
+#include <utility>
+#include <variant>
 
 namespace simulator {
 
@@ -13,7 +15,7 @@ bool isFor(int64_t wanted, size_t index) {
 }  // namespace
 
 Scanner::Scanner(const Scenario& scenario, size_t index, uint64_t startMs)
-    : plan_(scannerPlan(scenario, index)), startMs_(startMs) {
+    : plan_(scannerPlan(scenario, index)), startMs_(startMs), device_(plan_, index) {
     for (const Unplug& unplug : scenario.unplugs) {
         if (isFor(unplug.scanner, index)) {
             unplugs_.push_back(unplug);
@@ -27,6 +29,11 @@ Scanner::Scanner(const Scenario& scenario, size_t index, uint64_t startMs)
     for (const AnswerFault& fault : scenario.answerFaults) {
         if (isFor(fault.scanner, index)) {
             answerFaults_.add(fault);
+        }
+    }
+    for (const TransferFault& fault : scenario.transferFaults) {
+        if (isFor(fault.scanner, index)) {
+            device_.transferFaults.add(fault);
         }
     }
     for (const UnaskedReport& report : scenario.reports) {
@@ -47,7 +54,7 @@ bool Scanner::isOnBus(uint64_t nowMs) {
 }
 
 void Scanner::connect() {
-    queue_.dropBefore(offBusUntilMs_);
+    device_.outbox.queue().dropBefore(offBusUntilMs_);
 }
 
 HoxiResult Scanner::faultOf(const LibraryCall& call, uint64_t nowMs) {
@@ -56,17 +63,23 @@ HoxiResult Scanner::faultOf(const LibraryCall& call, uint64_t nowMs) {
 
 void Scanner::execute(const CommandPacket& packet, uint64_t nowMs) {
     ++commands_;
-    const Answer answer = runCommand(*this, packet, nowMs);
-    queueAnswer(answer, packet.code, std::max(nowMs, idleMs_));
+    device_.captureDesk.advance(nowMs, device_);
+    Reply reply(answerFaults_.meant(packet.code));
+    Answer answer = runCommand(*this, packet, nowMs);
+    const uint64_t startMs = std::max(nowMs, idleMs_);
+    const uint64_t dueMs = queueAnswer(answer, reply, startMs);
+    goOn(answer, reply, dueMs, startMs);
     idleMs_ = std::max(idleMs_, bootedMs_);
 }
 
 std::optional<Report> Scanner::takeReport(uint64_t nowMs) {
+    device_.captureDesk.advance(nowMs, device_);
+    ReportQueue& queue = device_.outbox.queue();
     uint64_t sourceDueMs = kNever;
     ReportSource* const source = nextSource(nowMs, sourceDueMs);
     std::optional<Report> report;
-    if (queue_.nextDueMs() <= sourceDueMs) {
-        report = queue_.take(nowMs);
+    if (queue.nextDueMs() <= sourceDueMs) {
+        report = queue.take(nowMs);
     } else if (sourceDueMs <= nowMs) {
         report = source->take(nowMs);
     }
@@ -77,7 +90,8 @@ std::optional<Report> Scanner::takeReport(uint64_t nowMs) {
 uint64_t Scanner::nextEventMs(uint64_t nowMs) {
     uint64_t next = kNever;
     nextSource(nowMs, next);
-    next = std::min({next, queue_.nextDueMs(), callFaults_.nextChangeMs(Function::GetStatus, progress(nowMs))});
+    next = std::min({next, device_.outbox.queue().nextDueMs(), device_.captureDesk.nextMs(),
+                     callFaults_.nextChangeMs(Function::GetStatus, progress(nowMs))});
     for (const Unplug& unplug : unplugs_) {
         next = std::min(next, reachedAtMs(unplug, progress(nowMs)));
     }
@@ -85,35 +99,36 @@ uint64_t Scanner::nextEventMs(uint64_t nowMs) {
 }
 
 void Scanner::reset(uint64_t nowMs) {
-    queue_.dropAfter(nowMs);
+    device_.outbox.queue().dropAfter(nowMs);
+    device_.powerUp(plan_);
     idleMs_ = nowMs;
     offBusUntilMs_ = nowMs + static_cast<uint64_t>(plan_.offBusMs);
     bootedMs_ = std::max(offBusUntilMs_, nowMs + static_cast<uint64_t>(plan_.bootMs));
     if (plan_.bootReport) {
-        queue_.put(bootReport(), bootedMs_);
+        device_.outbox.queue().put(bootReport(), bootedMs_);
     }
 }
 
-void Scanner::queueAnswer(const Answer& answer, uint32_t command, uint64_t startMs) {
-    const std::vector<AnswerFault> faults = answerFaults_.meant(command);
-    for (AnswerReport entry : answer) {
+// Returns when the last of the reports is due, faults aside.
+uint64_t Scanner::queueAnswer(const Answer& answer, Reply& reply, uint64_t startMs) {
+    uint64_t dueMs = startMs;
+    for (const AnswerReport& entry : answer.reports) {
         const uint64_t workMs = entry.stage == Stage::Pending ? 0 : static_cast<uint64_t>(plan_.workMs);
         idleMs_ = startMs + workMs;
-        uint64_t dueMs = idleMs_ + static_cast<uint64_t>(plan_.latencyMs);
-        bool dropped = false;
-        for (const AnswerFault& fault : faults) {
-            if (static_cast<Stage>(fault.stage) != entry.stage) {
-                continue;
-            }
-            dropped = dropped || fault.drop;
-            dueMs += static_cast<uint64_t>(fault.delayMs);
-            if (fault.state != kNotGiven) {
-                setState(entry.report, static_cast<int32_t>(fault.state));
-            }
-        }
-        if (!dropped) {
-            queue_.put(entry.report, dueMs);
-        }
+        dueMs = idleMs_ + device_.latencyMs + entry.waitMs;
+        device_.outbox.say(reply, entry.stage, entry.report, dueMs);
+    }
+    return dueMs;
+}
+
+// A stop acts when it is taken up, not when it has been reported as complete.
+void Scanner::goOn(Answer& answer, const Reply& reply, uint64_t dueMs, uint64_t startMs) {
+    if (auto* const capture = std::get_if<CaptureOrder>(&answer.then)) {
+        device_.captureDesk.begin(std::move(*capture), reply, dueMs);
+    } else if (const auto* const stop = std::get_if<CaptureStop>(&answer.then)) {
+        device_.captureDesk.press(stop->key, startMs + device_.latencyMs, device_);
+    } else if (auto* const transfer = std::get_if<TransferOrder>(&answer.then)) {
+        device_.imageChannel.open(std::move(*transfer), reply, dueMs, device_);
     }
 }
 

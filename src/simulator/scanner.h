@@ -6,12 +6,13 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "simulator/command_packet.h"
 #include "simulator/commands.h"
+#include "simulator/device.h"
 #include "simulator/faults.h"
-#include "simulator/report_queue.h"
 #include "simulator/scenario.h"
 
 namespace simulator {
@@ -22,6 +23,7 @@ public:
     Scanner(const Scenario& scenario, size_t index, uint64_t startMs);
 
     const ScannerPlan& plan() const { return plan_; }
+    Device& device() { return device_; }
 
     // Whether it was pulled off. Pulled off once, it stays away.
     bool isUnplugged(uint64_t nowMs);
@@ -34,6 +36,13 @@ public:
     HoxiResult faultOf(const LibraryCall& call, uint64_t nowMs);
     // Takes a command and queues its answer.
     void execute(const CommandPacket& packet, uint64_t nowMs);
+    // Moves a block of an image to the program or from it.
+    BlockResult getImage(std::span<uint8_t> block, uint64_t nowMs) {
+        return device_.imageChannel.get(block, nowMs, device_);
+    }
+    BlockResult putImage(std::span<const uint8_t> block, uint32_t flags, uint64_t nowMs) {
+        return device_.imageChannel.put(block, flags, nowMs, device_);
+    }
     // The next report if one is due.
     std::optional<Report> takeReport(uint64_t nowMs);
     // When a fetch should look again: the next report, fault or unplugging that time alone brings; kNever for none.
@@ -45,7 +54,8 @@ public:
 
 private:
     Progress progress(uint64_t nowMs) const { return {startMs_, nowMs, commands_, reports_}; }
-    void queueAnswer(const Answer& answer, uint32_t command, uint64_t startMs);
+    uint64_t queueAnswer(const Answer& answer, Reply& reply, uint64_t startMs);
+    void goOn(Answer& answer, const Reply& reply, uint64_t dueMs, uint64_t startMs);
     ReportSource* nextSource(uint64_t nowMs, uint64_t& dueMs);
 
     ScannerPlan plan_;
@@ -55,7 +65,7 @@ private:
     AnswerFaults answerFaults_;
     std::vector<ReportSource> sources_;
 
-    ReportQueue queue_;
+    Device device_;
     uint64_t commands_ = 0;       // accepted
     uint64_t reports_ = 0;        // fetched
     uint64_t idleMs_ = 0;         // when the interpreter is free for the next command

@@ -4,6 +4,7 @@
 // field serves the reader; the ranges that it admits stand in scenario_keys.cpp. Times are milliseconds.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <string>
@@ -43,8 +44,16 @@ constexpr bool hasScanner(Function function) {
     return function >= Function::GetBufSize;
 }
 
-// The reports that a scanner answers a command with, by their place in the answer.
-enum class Stage : int64_t { Pending, Data, Complete };
+// The reports that a scanner answers a command with, by what they tell.
+enum class Stage : int64_t {
+    Pending,
+    Data,      // what the command asked for
+    Complete,  // of a command that also ends later, as a transfer does, each of its ends
+    Progress,  // of a capture
+    Ready,     // a transfer may begin
+    Done,      // a transfer is over
+};
+inline constexpr size_t kStageCount = 6;
 
 struct LibraryPlan {
     std::string version = "1.0.0.0";
@@ -71,6 +80,19 @@ struct ScannerPlan {
     int64_t offBusMs = 5000;  // from a reset until the scanner is on the bus again
     int64_t bootMs = 12'000;  // from a reset until the scanner serves again and says so
     bool bootReport = true;   // whether it says so
+    int64_t seed = 1;         // of everything that chance decides
+    int64_t resolution = 500;
+    int64_t fingerWidth = 800;
+    int64_t fingerHeight = 750;
+    int64_t slapWidth = 1600;
+    int64_t slapHeight = 1500;
+    int64_t palmWidth = 2500;
+    int64_t palmHeight = 2500;
+    int64_t handWidth = 2500;
+    int64_t handHeight = 4000;
+    int64_t imageMemory = 67'108'864;
+    int64_t contactMs = 300;  // from the start of a capture until the person touches the platen
+    int64_t captureMs = 400;  // from then until the image is there
 };
 
 // What must have happened before something begins; all three must hold. Commands are those that the scanner has
@@ -101,9 +123,25 @@ struct AnswerFault : Occurrence {
     int64_t scanner = kNotGiven;
     int64_t command = kNotGiven;
     int64_t stage = static_cast<int64_t>(Stage::Complete);
+    int64_t part = 0;  // which of the reports of this stage, 0 for each
     bool drop = false;
     int64_t delayMs = 0;
     int64_t state = kNotGiven;
+    int64_t word = 0;  // of the body
+    int64_t value = kNotGiven;
+};
+
+enum class LastFlag : int64_t { Set, Clear };
+
+// A call of an image channel that does something else than it was asked to.
+struct TransferFault : Occurrence {
+    int64_t function = kNotGiven;
+    int64_t scanner = kNotGiven;
+    int64_t result = 0;
+    int64_t move = kNotGiven;     // most bytes that it moves
+    int64_t claimMore = 0;        // how many more it says it has moved
+    int64_t corrupt = kNotGiven;  // place of a byte that it changes
+    int64_t lastFlag = kNotGiven;
 };
 
 // A scanner that is pulled off the bus for good.
@@ -133,6 +171,7 @@ struct Scenario {
     std::vector<ScannerPlan> scanners;
     std::vector<CallFault> callFaults;
     std::vector<AnswerFault> answerFaults;
+    std::vector<TransferFault> transferFaults;
     std::vector<Unplug> unplugs;
     std::vector<UnaskedReport> reports;
 };

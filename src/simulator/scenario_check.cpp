@@ -43,8 +43,19 @@ std::string checkRecord(const Scenario& scenario, const CallFault& fault) {
 }
 
 std::string checkRecord(const Scenario& scenario, const AnswerFault& fault) {
-    if (!fault.drop && fault.delayMs == 0 && fault.state == kNotGiven) {
-        return "none of drop, delay_ms and state is given";
+    if (!fault.drop && fault.delayMs == 0 && fault.state == kNotGiven && fault.value == kNotGiven) {
+        return "none of drop, delay_ms, state and value is given";
+    }
+    return checkIndex(scenario, fault.scanner);
+}
+
+std::string checkRecord(const Scenario& scenario, const TransferFault& fault) {
+    if (fault.result == 0 && fault.move == kNotGiven && fault.claimMore == 0 && fault.corrupt == kNotGiven &&
+        fault.lastFlag == kNotGiven) {
+        return "none of result, move, claim_more, corrupt and last_flag is given";
+    }
+    if (static_cast<Function>(fault.function) != Function::GetImage && fault.lastFlag != kNotGiven) {
+        return "only HoxiGetImage has a last flag";
     }
     return checkIndex(scenario, fault.scanner);
 }

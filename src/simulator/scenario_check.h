@@ -13,6 +13,7 @@ std::string checkRecord(const Scenario& scenario, const LibraryPlan& plan);
 std::string checkRecord(const Scenario& scenario, const ScannerPlan& plan);
 std::string checkRecord(const Scenario& scenario, const CallFault& fault);
 std::string checkRecord(const Scenario& scenario, const AnswerFault& fault);
+std::string checkRecord(const Scenario& scenario, const TransferFault& fault);
 std::string checkRecord(const Scenario& scenario, const Unplug& unplug);
 std::string checkRecord(const Scenario& scenario, const UnaskedReport& report);
 

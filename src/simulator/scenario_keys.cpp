@@ -14,6 +14,8 @@ constexpr Range kCount{0, 1'000'000'000};
 constexpr Range kOrdinal{1, 1'000'000'000};
 constexpr Range kScannerIndex{0, 63};
 constexpr Range kBufferSize{0, 0x7FFF'FFFF'FFFF'FFFF};
+constexpr Range kResolution{50, 1200};
+constexpr Range kImageMemory{0, 0x2000'0000};
 constexpr size_t kBody = 168;
 
 constexpr int64_t number(Function function) {
@@ -44,9 +46,19 @@ constexpr Choice kFunctions[] = {
 };
 
 constexpr Choice kStages[] = {
-    {"pending", static_cast<int64_t>(Stage::Pending)},
-    {"data", static_cast<int64_t>(Stage::Data)},
-    {"complete", static_cast<int64_t>(Stage::Complete)},
+    {"pending", static_cast<int64_t>(Stage::Pending)},   {"data", static_cast<int64_t>(Stage::Data)},
+    {"complete", static_cast<int64_t>(Stage::Complete)}, {"progress", static_cast<int64_t>(Stage::Progress)},
+    {"ready", static_cast<int64_t>(Stage::Ready)},       {"done", static_cast<int64_t>(Stage::Done)},
+};
+
+constexpr Choice kTransfers[] = {
+    {"HoxiGetImage", number(Function::GetImage)},
+    {"HoxiPutImage", number(Function::PutImage)},
+};
+
+constexpr Choice kLastFlags[] = {
+    {"set", static_cast<int64_t>(LastFlag::Set)},
+    {"clear", static_cast<int64_t>(LastFlag::Clear)},
 };
 
 const Key<LibraryPlan> kLibraryKeys[] = {
@@ -74,6 +86,19 @@ const Key<ScannerPlan> kScannerKeys[] = {
     {"off_bus_ms", &ScannerPlan::offBusMs, kDuration},
     {"boot_ms", &ScannerPlan::bootMs, kDuration},
     {"boot_report", &ScannerPlan::bootReport, {}},
+    {"seed", &ScannerPlan::seed, kAnyWord},
+    {"resolution", &ScannerPlan::resolution, kResolution},
+    {"finger_width", &ScannerPlan::fingerWidth, kAnyWord},
+    {"finger_height", &ScannerPlan::fingerHeight, kAnyWord},
+    {"slap_width", &ScannerPlan::slapWidth, kAnyWord},
+    {"slap_height", &ScannerPlan::slapHeight, kAnyWord},
+    {"palm_width", &ScannerPlan::palmWidth, kAnyWord},
+    {"palm_height", &ScannerPlan::palmHeight, kAnyWord},
+    {"hand_width", &ScannerPlan::handWidth, kAnyWord},
+    {"hand_height", &ScannerPlan::handHeight, kAnyWord},
+    {"image_memory", &ScannerPlan::imageMemory, kImageMemory},
+    {"contact_ms", &ScannerPlan::contactMs, kDuration},
+    {"capture_ms", &ScannerPlan::captureMs, kDuration},
 };
 
 const Key<CallFault> kCallFaultKeys[] = {
@@ -93,12 +118,28 @@ const Key<AnswerFault> kAnswerFaultKeys[] = {
     {"scanner", &AnswerFault::scanner, kScannerIndex},
     {"command", &AnswerFault::command, kAnyWord},
     {"stage", &AnswerFault::stage, {}, 0, false, kStages},
+    {"part", &AnswerFault::part, kCount},
     {"drop", &AnswerFault::drop, {}},
     {"delay_ms", &AnswerFault::delayMs, kDuration},
     {"state", &AnswerFault::state, kSignedWord},
+    {"word", &AnswerFault::word, {0, kBody / 4 - 1}},
+    {"value", &AnswerFault::value, kSignedWord},
     {"nth", &AnswerFault::nth, kOrdinal},
     {"every", &AnswerFault::every, kOrdinal},
     {"count", &AnswerFault::count, kCount},
+};
+
+const Key<TransferFault> kTransferFaultKeys[] = {
+    {"function", &TransferFault::function, {}, 0, true, kTransfers},
+    {"scanner", &TransferFault::scanner, kScannerIndex},
+    {"result", &TransferFault::result, kAnyWord},
+    {"move", &TransferFault::move, kAnyWord},
+    {"claim_more", &TransferFault::claimMore, kAnyWord},
+    {"corrupt", &TransferFault::corrupt, kAnyWord},
+    {"last_flag", &TransferFault::lastFlag, {}, 0, false, kLastFlags},
+    {"nth", &TransferFault::nth, kOrdinal},
+    {"every", &TransferFault::every, kOrdinal},
+    {"count", &TransferFault::count, kCount},
 };
 
 const Key<Unplug> kUnplugKeys[] = {
@@ -144,7 +185,7 @@ template <typename Record>
 struct Describe {
     const Key<Record>& key;
     KeyText& text;
-    Record start = {};
+    const Record& start;
 
     void operator()(int64_t Record::*field) {
         const int64_t value = start.*field;
@@ -174,12 +215,13 @@ struct Describe {
 
 template <typename Record>
 void describeSection(std::vector<KeyText>& texts) {
+    static const Record kStart;
     const Section<Record> section = sectionOf<Record>();
     for (const Key<Record>& key : section.keys) {
         KeyText& text = texts.emplace_back();
         text.section = section.name;
         text.name = key.name;
-        std::visit(Describe<Record>{key, text}, key.field);
+        std::visit(Describe<Record>{key, text, kStart}, key.field);
         if (key.required) {
             text.start = "required";
         }
@@ -209,6 +251,11 @@ Section<AnswerFault> sectionOf() {
 }
 
 template <>
+Section<TransferFault> sectionOf() {
+    return {"transfer_fault", kTransferFaultKeys};
+}
+
+template <>
 Section<Unplug> sectionOf() {
     return {"unplug", kUnplugKeys};
 }
@@ -224,6 +271,7 @@ std::vector<KeyText> describeKeys() {
     describeSection<ScannerPlan>(texts);
     describeSection<CallFault>(texts);
     describeSection<AnswerFault>(texts);
+    describeSection<TransferFault>(texts);
     describeSection<Unplug>(texts);
     describeSection<UnaskedReport>(texts);
     return texts;

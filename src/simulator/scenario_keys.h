@@ -51,6 +51,8 @@ Section<CallFault> sectionOf();
 template <>
 Section<AnswerFault> sectionOf();
 template <>
+Section<TransferFault> sectionOf();
+template <>
 Section<Unplug> sectionOf();
 template <>
 Section<UnaskedReport> sectionOf();

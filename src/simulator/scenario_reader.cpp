@@ -168,8 +168,9 @@ bool readMany(Reading& reading, const toml::table& file, const Scenario& scenari
 
 bool checkSections(Reading& reading, const toml::table& file) {
     const std::string_view known[] = {
-        sectionOf<LibraryPlan>().name, sectionOf<ScannerPlan>().name, sectionOf<CallFault>().name,
-        sectionOf<AnswerFault>().name, sectionOf<Unplug>().name,      sectionOf<UnaskedReport>().name,
+        sectionOf<LibraryPlan>().name,   sectionOf<ScannerPlan>().name,   sectionOf<CallFault>().name,
+        sectionOf<AnswerFault>().name,   sectionOf<TransferFault>().name, sectionOf<Unplug>().name,
+        sectionOf<UnaskedReport>().name,
     };
     for (const auto& [name, node] : file) {
         if (std::find(std::begin(known), std::end(known), name.str()) == std::end(known)) {
@@ -218,6 +219,7 @@ bool readScenario(const ScenarioText& text, Scenario& scenario, std::string& err
             readMany(reading, file, scenario, scenario.scanners) &&
             readMany(reading, file, scenario, scenario.callFaults) &&
             readMany(reading, file, scenario, scenario.answerFaults) &&
+            readMany(reading, file, scenario, scenario.transferFaults) &&
             readMany(reading, file, scenario, scenario.unplugs) && readMany(reading, file, scenario, scenario.reports);
     }
     error = reading.error;

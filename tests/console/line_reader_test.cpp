@@ -81,6 +81,23 @@ TEST_F(LineReader, EndlessReportsDoNotKeepTheLineFromBeingRead) {
     EXPECT_EQ(lastLine, "tag 5");
 }
 
+TEST_F(LineReader, ReplyIsALineWithoutItsEnd) {
+    fakePlatform().input = "YES \nnop\n";
+    EXPECT_EQ(readReply("Sure? "), "YES ");
+    EXPECT_EQ(fakePlatform().prompts, (std::vector<std::string>{"Sure? ", "> "}));
+    EXPECT_EQ(fakePlatform().input, "nop\n");
+}
+
+TEST_F(LineReader, RestOfALongReplyIsGone) {
+    fakePlatform().input = std::string(1000, 'y') + "\nnop\n";
+    EXPECT_EQ(readReply("?"), std::string(255, 'y'));
+    EXPECT_EQ(fakePlatform().input, "nop\n");
+}
+
+TEST_F(LineReader, ReplyAtTheEndOfTheInputIsEmpty) {
+    EXPECT_EQ(readReply("?"), "");
+}
+
 TEST_F(LineReader, LineOf255CharactersIsWhole) {
     fakePlatform().input = std::string(254, 'x') + "\ny\n";
     read();

@@ -46,7 +46,7 @@ TEST_F(BusTest, ScannerIsAwayDuringItsReset) {
 
 TEST_F(BusTest, ResetGivesUpTheCommandsUnderWay) {
     openText("[[scanner]]\nwork_ms = 3600000\n");
-    put(0, hoxi::CMD_FREE_IMAGE, 1);
+    put(0, hoxi::CMD_CONFIG_HAND_SPEED, 1);
     EXPECT_EQ(next().brief(), "133:1:1");
     put(0, hoxi::CMD_RESET, 2);
     EXPECT_EQ(nextBriefs(2), "133:1:2 2:3:0");

@@ -39,5 +39,26 @@ TEST(CommandPacketTest, SizeMayBeLessThanThePayloadButNotMore) {
     EXPECT_FALSE(readPacket(bytes));
 }
 
+TEST(PayloadReaderTest, FieldsFollowEachOtherLittleEndian) {
+    const std::vector<uint8_t> payload{1, 2, 3, 4, 5, 6, 7, 8, 9};
+    PayloadReader reader(payload);
+    EXPECT_EQ(reader.u8(), 1u);
+    EXPECT_EQ(reader.u16(), 0x0302u);
+    EXPECT_EQ(reader.u32(), 0x07060504u);
+    EXPECT_EQ(reader.bytes(2).size(), 2u);
+    EXPECT_FALSE(reader.isMissing());
+    reader.u8();
+    EXPECT_TRUE(reader.isMissing());
+}
+
+TEST(PayloadReaderTest, WhatLiesBeyondTheEndReadsAsZero) {
+    const std::vector<uint8_t> payload{0x11, 0x22, 0x33};
+    PayloadReader reader(payload);
+    EXPECT_EQ(reader.u32(), 0x00332211u);
+    EXPECT_TRUE(reader.isMissing());
+    EXPECT_EQ(reader.u32(), 0u);
+    EXPECT_TRUE(reader.bytes(5).empty());
+}
+
 }  // namespace
 }  // namespace simulator

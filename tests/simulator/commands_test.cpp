@@ -58,7 +58,7 @@ TEST_F(CommandsTest, ImageVersionIsAText) {
 
 TEST_F(CommandsTest, CommandWithoutAMeaningIsPendingThenComplete) {
     open();
-    put(0, hoxi::CMD_FREE_IMAGE, 7);
+    put(0, hoxi::CMD_CONFIG_HAND_SPEED, 7);
     put(0, 0xFFFFFFFF, 8);
     EXPECT_EQ(nextBriefs(4), "133:1:7 133:3:7 133:1:8 133:3:8");
 }
@@ -67,7 +67,7 @@ TEST_F(CommandsTest, AnswersComeInTheOrderOfTheCommands) {
     openText("[[scanner]]\nlatency_ms = 20\nwork_ms = 30000\n");
     put(0, hoxi::CMD_SEND_VERS, 1);
     put(0, hoxi::CMD_NOP, 2);
-    put(0, hoxi::CMD_FREE_IMAGE, 3);
+    put(0, hoxi::CMD_CONFIG_HAND_SPEED, 3);
     EXPECT_EQ(nextBriefs(6), "133:1:1 4:3:1 133:3:1 1:3:2 133:1:3 133:3:3");
 }
 

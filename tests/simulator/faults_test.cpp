@@ -115,5 +115,21 @@ TEST(ReportSourceTest, BodyHasWordsBytesTextAndFilling) {
               ReportWriter(9, 0, 0).u32(0xFFFFFFFF).u32(2).u8(3).text("t").fillRest(7).statedSize(1000).report());
 }
 
+TEST(TransferFaultsOfScannerTest, FirstOfTwoCountsAndBothAreCounted) {
+    TransferFaults faults;
+    TransferFault first;
+    first.function = static_cast<int64_t>(Function::GetImage);
+    first.result = 1;
+    TransferFault second = first;
+    second.result = 2;
+    second.nth = 2;
+    faults.add(first);
+    faults.add(second);
+    EXPECT_FALSE(faults.meant(Function::PutImage));
+    EXPECT_EQ(faults.meant(Function::GetImage)->result, 1);
+    EXPECT_EQ(faults.meant(Function::GetImage)->result, 2);
+    EXPECT_FALSE(faults.meant(Function::GetImage));
+}
+
 }  // namespace
 }  // namespace simulator

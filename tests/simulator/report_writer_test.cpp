@@ -59,5 +59,22 @@ TEST(ReportWriterTest, StateOfAFinishedReportIsReplaced) {
     EXPECT_EQ(report, ReportWriter(1, -1, 5).report());
 }
 
+TEST(ReportWriterTest, WordOfAFinishedBodyIsReplacedWithinTheRecord) {
+    Report report = ReportWriter(1, 3, 5).u32(1).u32(2).report();
+    setBodyWord(report, 1, 0xA1B2C3D4);
+    EXPECT_EQ(report, ReportWriter(1, 3, 5).u32(1).u32(0xA1B2C3D4).report());
+    setBodyWord(report, 42, 7);
+    EXPECT_EQ(report, ReportWriter(1, 3, 5).u32(1).u32(0xA1B2C3D4).report());
+    setBodyWord(report, 41, 0x99000000);
+    EXPECT_EQ(report[187], 0x99);
+}
+
+TEST(ReportWriterTest, HeaderCanBeReadBack) {
+    const Report report = ReportWriter(0xFFFFFFFE, -7, 0x80000001).report();
+    EXPECT_EQ(codeOf(report), 0xFFFFFFFEu);
+    EXPECT_EQ(stateOf(report), -7);
+    EXPECT_EQ(tagOf(report), 0x80000001u);
+}
+
 }  // namespace
 }  // namespace simulator

@@ -96,7 +96,15 @@ TEST(ScenarioReaderTest, ValuesMustGoTogether) {
     EXPECT_EQ(errorOf("[[report]]\ncode = 1\nscanner = 1"),
               "f.toml:1: report: scanner 1 does not exist, the bus has 1");
     EXPECT_EQ(errorOf("[[answer_fault]]\ncommand = 1"),
-              "f.toml:1: answer_fault: none of drop, delay_ms and state is given");
+              "f.toml:1: answer_fault: none of drop, delay_ms, state and value is given");
+    EXPECT_EQ(errorOf("[[transfer_fault]]\nfunction = 'HoxiGetImage'"),
+              "f.toml:1: transfer_fault: none of result, move, claim_more, corrupt and last_flag is given");
+    EXPECT_EQ(errorOf("[[transfer_fault]]\nfunction = 'HoxiPutImage'\nlast_flag = 'set'"),
+              "f.toml:1: transfer_fault: only HoxiGetImage has a last flag");
+    EXPECT_EQ(errorOf("[[transfer_fault]]\nfunction = 'HoxiGetImage'\nmove = 0\nscanner = 1"),
+              "f.toml:1: transfer_fault: scanner 1 does not exist, the bus has 1");
+    EXPECT_EQ(errorOf("[[transfer_fault]]\nfunction = 'HoxiGetStatus'\nmove = 0"),
+              "f.toml:2: transfer_fault.function: \"HoxiGetStatus\" is not known");
     EXPECT_EQ(errorOf("[[unplug]]\n"), "f.toml:1: unplug: none of at_ms, after_commands and after_reports is given");
     EXPECT_EQ(errorOf("[[call_fault]]\nfunction = 'HoxiBusReset'\nresult = 1\nscanner = 0"),
               "f.toml:1: call_fault: the function is of no scanner");

@@ -343,11 +343,15 @@ std::string testName(const std::string& fileName) {
     return name;
 }
 
+bool isOfScenarios(const std::string& suite) {
+    return suite == "ScenariosTest" || suite == "ImageScenariosTest";
+}
+
 TEST(ScenarioFolderTest, EveryFileIsUsableIntroducedAndTested) {
     std::set<std::string> tests;
     for (int i = 0; i < testing::UnitTest::GetInstance()->total_test_suite_count(); ++i) {
         const testing::TestSuite* const each = testing::UnitTest::GetInstance()->GetTestSuite(i);
-        for (int j = 0; each->name() == std::string("ScenariosTest") && j < each->total_test_count(); ++j) {
+        for (int j = 0; isOfScenarios(each->name()) && j < each->total_test_count(); ++j) {
             tests.insert(each->GetTestInfo(j)->name());
         }
     }

@@ -51,6 +51,22 @@ std::string SeenReport::text(size_t offset, size_t width) const {
     return field.substr(0, field.find('\0'));
 }
 
+std::string SeenReport::words(size_t count) const {
+    std::string text;
+    for (size_t i = 0; i < count; ++i) {
+        text += (i == 0 ? "" : " ") + std::to_string(word(20 + 4 * i));
+    }
+    return text;
+}
+
+std::vector<uint8_t> wordsOf(std::initializer_list<uint32_t> values) {
+    std::vector<uint8_t> bytes;
+    for (const uint32_t value : values) {
+        appendWord(bytes, value);
+    }
+    return bytes;
+}
+
 std::vector<uint8_t> makePacket(uint32_t code, uint32_t tag, std::vector<uint8_t> payload) {
     std::vector<uint8_t> packet;
     appendWord(packet, code);
@@ -97,10 +113,14 @@ uint32_t SimulatorTest::openText(const std::string& toml) {
     return open();
 }
 
-HoxiResult SimulatorTest::put(uint32_t scanner, uint32_t code, uint32_t tag) {
-    const std::vector<uint8_t> packet = makePacket(code, tag);
+HoxiResult SimulatorTest::put(uint32_t scanner, uint32_t code, uint32_t tag, const std::vector<uint8_t>& payload) {
+    const std::vector<uint8_t> packet = makePacket(code, tag, payload);
     uint32_t word = 0;
     return HoxiPutCommand(scanner, packet.data(), static_cast<uint32_t>(packet.size()), &word);
+}
+
+void SimulatorTest::send(uint32_t code, uint32_t tag, std::initializer_list<uint32_t> words) {
+    EXPECT_EQ(put(0, code, tag, wordsOf(words)), 0u);
 }
 
 HoxiResult SimulatorTest::fetch(uint32_t scanner, SeenReport& report) {
@@ -125,6 +145,36 @@ std::string SimulatorTest::nextBriefs(size_t count, uint32_t scanner) {
         briefs += (i == 0 ? "" : " ") + next(scanner).brief();
     }
     return briefs;
+}
+
+std::vector<SeenReport> SimulatorTest::untilComplete(uint32_t tag, uint32_t scanner) {
+    std::vector<SeenReport> reports;
+    const auto isLast = [&](const SeenReport& each) { return each.code == 133 && each.tag == tag && each.state > 2; };
+    while (reports.empty() || (!isLast(reports.back()) && reports.back().code != 0)) {
+        reports.push_back(next(scanner));
+    }
+    return reports;
+}
+
+std::vector<uint8_t> SimulatorTest::fetchImage(uint32_t tag, uint32_t handle, uint32_t scanType, uint32_t imageType,
+                                               uint32_t byteCount) {
+    send(10, tag, {handle, scanType, imageType, byteCount});
+    if (untilComplete(tag).back().state != 3) {
+        return {};
+    }
+    std::vector<uint8_t> pixels(byteCount);
+    size_t position = 0;
+    uint32_t moved = 1;
+    uint32_t flags = 0;
+    while (position < byteCount && moved > 0) {
+        EXPECT_EQ(
+            HoxiGetImage(0, pixels.data() + position, byteCount - static_cast<uint32_t>(position), &moved, &flags), 0u);
+        position += moved;
+    }
+    EXPECT_EQ(position, byteCount);
+    EXPECT_EQ(nextBriefs(3),
+              "26:3:" + std::to_string(tag) + " 26:3:" + std::to_string(tag) + " 133:3:" + std::to_string(tag));
+    return pixels;
 }
 
 HoxiResult SimulatorTest::failedFetch(uint32_t scanner) {

@@ -102,3 +102,54 @@ HoxiResult HoxiGetVersion(char* text, uint32_t size) {
     std::strncpy(text, fake.version.c_str(), size);
     return record({"GetVersion", {size}});
 }
+
+namespace support {
+namespace {
+
+uint32_t putData(const char* name, uint32_t scanner, const void* data, uint32_t count, uint32_t* moved,
+                 uint32_t flags) {
+    FakeHoxi::Channel call{record({name, {scanner, count, flags}, bytesOf(data, count)}), count, flags};
+    if (fake.onTransfer)
+        fake.onTransfer(name, call);
+    *moved = call.moved;
+    return call.result;
+}
+
+uint32_t getData(const char* name, uint32_t scanner, void* buffer, uint32_t count, uint32_t* moved, uint32_t* flags) {
+    const auto left = static_cast<uint32_t>(fake.toGive.size() - fake.given);
+    FakeHoxi::Channel call{record({name, {scanner, count}}), std::min(count, left), count >= left ? 2u : 0u};
+    if (fake.onTransfer)
+        fake.onTransfer(name, call);
+    const uint32_t copied = std::min({call.moved, count, left});
+    if (copied > 0)
+        std::memcpy(buffer, fake.toGive.data() + fake.given, copied);
+    fake.given += copied;
+    *moved = call.moved;
+    *flags = call.flags;
+    return call.result;
+}
+
+}  // namespace
+}  // namespace support
+
+HoxiResult HoxiPutMemory(uint32_t scanner, const void* data, uint32_t byteCount, uint32_t* transferred,
+                         uint32_t flags) {
+    return support::putData("PutMemory", scanner, data, byteCount, transferred, flags);
+}
+
+HoxiResult HoxiPutImage(uint32_t scanner, const void* data, uint32_t byteCount, uint32_t* transferred, uint32_t flags) {
+    return support::putData("PutImage", scanner, data, byteCount, transferred, flags);
+}
+
+HoxiResult HoxiPutBitmap(uint32_t scanner, const void* data, uint32_t byteCount, uint32_t* transferred,
+                         uint32_t flags) {
+    return support::putData("PutBitmap", scanner, data, byteCount, transferred, flags);
+}
+
+HoxiResult HoxiGetMemory(uint32_t scanner, void* buffer, uint32_t byteCount, uint32_t* transferred, uint32_t* flags) {
+    return support::getData("GetMemory", scanner, buffer, byteCount, transferred, flags);
+}
+
+HoxiResult HoxiGetImage(uint32_t scanner, void* buffer, uint32_t byteCount, uint32_t* transferred, uint32_t* flags) {
+    return support::getData("GetImage", scanner, buffer, byteCount, transferred, flags);
+}

@@ -31,6 +31,17 @@ struct FakeHoxi {
     // Fills the block; without it a fetch ends with 9107. Fetches are not recorded.
     std::function<uint32_t(uint32_t scanner, scannerlink::Report& report)> onGetStatus;
     std::function<void()> onInitialize;
+
+    // One call on a data channel, recorded before: how much it moves, which flags it gives and its result. Without a
+    // rule everything asked for is moved; a get gives the bytes of toGive and marks the last block by itself.
+    struct Channel {
+        uint32_t result = 0;
+        uint32_t moved = 0;
+        uint32_t flags = 0;
+    };
+    std::function<void(const std::string& name, Channel& call)> onTransfer;
+    std::vector<uint8_t> toGive;
+    size_t given = 0;
 };
 
 FakeHoxi& fakeHoxi();

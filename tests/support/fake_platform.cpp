@@ -5,6 +5,7 @@
 #include "platform/clock.h"
 #include "platform/console_input.h"
 #include "platform/keyboard.h"
+#include "platform/process.h"
 #include "platform/program_version.h"
 #include "platform/sync.h"
 
@@ -83,6 +84,14 @@ int readKey() {
 void openConsoleInput(const char*, std::span<const char* const>) {}
 
 void closeConsoleInput() {}
+
+void setInputPrompt(const char* prompt) {
+    fake.prompts.push_back(prompt);
+}
+
+bool outputIsTerminal() {
+    return fake.outputIsTerminal;
+}
 
 bool inputReady() {
     return fake.inputIsTerminal ? !fake.keys.empty() || !fake.input.empty() : true;

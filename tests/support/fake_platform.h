@@ -34,6 +34,8 @@ struct FakePlatform {
     int keysRead = 0;
     std::string input;  // what standard input still holds
     bool inputIsTerminal = false;
+    std::vector<std::string> prompts;  // set for lines to be edited
+    bool outputIsTerminal = false;
 
     bool hasVersion = true;
     uint32_t versionMost = 0x00010002;

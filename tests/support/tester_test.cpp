@@ -8,12 +8,14 @@
 #include "link/scanner_link.h"
 #include "support/fake_hoxi.h"
 #include "support/fake_platform.h"
+#include "support/fake_tiff.h"
 
 namespace support {
 
 void TesterTest::SetUp() {
     resetFakePlatform();
     resetFakeHoxi();
+    resetFakeTiff();
     console::resetConsoleState();
     scannerlink::state.newStatusMutex = {};
     scannerlink::resetLinkState();

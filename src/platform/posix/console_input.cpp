@@ -100,4 +100,8 @@ int readInputByte() {
     return terminalOpen() ? readEditedByte() : readStreamByte();
 }
 
+void setInputPrompt(const char* prompt) {
+    setLinePrompt(prompt);
+}
+
 }  // namespace platform

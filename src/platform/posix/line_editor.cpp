@@ -183,6 +183,10 @@ bool prepareLineEditor(const char* prompt, std::span<const char* const> words) {
     return !terminalInForeground() || createEditor();
 }
 
+void setLinePrompt(const char* prompt) {
+    editor.prompt = prompt;
+}
+
 LineEnd editLine(std::string& line) {
     if (!createEditor()) {
         return LineEnd::kGone;

@@ -15,6 +15,9 @@ bool prepareLineEditor(const char* prompt, std::span<const char* const> words);
 
 // Edits a line of any length. kComplete: line holds it, its newline included. kEmpty: the operator gave the end
 // character (Ctrl-D) in an empty line. kGone: the terminal is gone. What is typed beyond the line stays unread.
+// What stands before the line from now on, kept by address.
+void setLinePrompt(const char* prompt);
+
 LineEnd editLine(std::string& line);
 
 }  // namespace platform

@@ -16,6 +16,10 @@ void secureStandardStreams() {
     }
 }
 
+bool outputIsTerminal() {
+    return isatty(STDOUT_FILENO) != 0;
+}
+
 int exitCode(uint32_t result) {
     constexpr uint32_t kKept = 0xFF;
     const uint32_t code = result & kKept;

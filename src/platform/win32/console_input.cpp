@@ -92,4 +92,7 @@ int readInputByte() {
     return consoleOnInput() ? readTypedByte() : readStreamByte();
 }
 
+// The console edits the line behind whatever stands there.
+void setInputPrompt(const char*) {}
+
 }  // namespace platform

@@ -1,0 +1,78 @@
+#include "operations/eeprom_write_test.h"
+
+#include <cstdint>
+#include <optional>
+
+#include "console/keyboard_poll.h"
+#include "console/output.h"
+#include "console/tokenizer.h"
+#include "hoxi/hoxi_codes.h"
+#include "link/command_channel.h"
+#include "link/link_state.h"
+#include "link/waits.h"
+
+namespace operations {
+namespace {
+
+using console::consolePrint;
+
+constexpr int kLastAddress = 8191;
+constexpr uint32_t kPollMs = 100;
+
+struct WriteCommand {
+    scannerlink::CommandHeader header;
+    uint16_t address;
+    uint8_t value;
+    uint8_t unused;
+};
+static_assert(sizeof(WriteCommand) == 16);
+
+// The next address of the line; none when it is missing, or too large, which is said.
+std::optional<uint16_t> readAddress(const char* tooLarge) {
+    const char* word = console::nextArgument(console::kMandatory);
+    if (word == nullptr)
+        return std::nullopt;
+    const auto address = static_cast<uint16_t>(console::toUnsigned(word));
+    if (address <= kLastAddress)
+        return address;
+    consolePrint(tooLarge, kLastAddress);
+    return std::nullopt;
+}
+
+// Waits until the command of the tag is complete. ESC fails the wait, any other key has it taken for a success.
+bool completedOrAbandoned(uint32_t tag) {
+    consolePrint(
+        "TamTest: waiting for scanner status event\n"
+        "         enter blank or CR to abandon wait or ESC to exit scripts\n");
+    for (;;) {
+        if (console::keyStruck())
+            return console::readStruckKey() != platform::kEscapeKey;
+        if (scannerlink::waitForStatus(hoxi::STA_COMMAND, hoxi::kComplete, tag, kPollMs))
+            return true;
+    }
+}
+
+bool write(uint16_t address, uint8_t value) {
+    const uint32_t tag = scannerlink::takeTag();
+    const WriteCommand command{{.code = hoxi::CMD_WRT_EEPROM, .tag = tag, .size = 4}, address, value, 0};
+    return scannerlink::sendCommand(&command, sizeof command) && completedOrAbandoned(tag);
+}
+
+}  // namespace
+
+void eepromWriteTest() {
+    const auto start = readAddress("Start address too large, last address == %d\n");
+    const auto end = start ? readAddress("End address too large, last address == %d\n") : std::nullopt;
+    const char* seed = end ? console::nextArgument(console::kMandatory) : nullptr;
+    if (seed == nullptr)
+        return;
+    auto pattern = static_cast<uint8_t>(console::toUnsigned(seed));
+    for (uint16_t address = *start; address < *end; ++address, ++pattern)
+        if (!write(address, pattern)) {
+            // The address stands where the text says pattern, and the other way round: scripts rely on it.
+            consolePrint("Failed Write of pattern 0x%x to address  0x%x\n", address, pattern);
+            return;
+        }
+}
+
+}  // namespace operations

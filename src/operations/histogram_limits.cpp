@@ -1,0 +1,121 @@
+#include "operations/histogram_limits.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+
+#include "console/console_state.h"
+#include "console/output.h"
+#include "console/regular_file.h"
+#include "console/tokenizer.h"
+#include "operations/tiff_image.h"
+
+namespace operations {
+namespace {
+
+constexpr size_t kFractionOfPixels = 50;
+constexpr size_t kLineSize = 128;
+
+using console::File;
+
+using Histogram = std::array<size_t, kLevels>;
+
+// The first level, going step by step from first to last, at which the running sum exceeds the threshold.
+int edge(const Histogram& histogram, int first, int last, int step, size_t threshold) {
+    size_t sum = 0;
+    for (int level = first; level != last + step; level += step) {
+        sum += histogram[level];
+        if (sum > threshold)
+            return level;
+    }
+    return 0;
+}
+
+void takeLine(Tally& tally, const char* line) {
+    char* rest = nullptr;
+    const unsigned long level = std::strtoul(line, &rest, 10);
+    const long count = *rest == '\t' ? std::strtol(rest + 1, nullptr, 10) : 0;
+    tally[level < kLevels ? level : 0] = static_cast<int32_t>(count);
+}
+
+bool writeLines(std::FILE* file, const Tally& tally) {
+    bool written = true;
+    for (size_t level = kLevels; level-- > 0;)
+        written =
+            std::fprintf(file, "%d\t%d\n", static_cast<int>(level), static_cast<int>(tally[level])) > 0 && written;
+    return std::fflush(file) == 0 && written;
+}
+
+void addToTally(const std::string& name, const HistogramLimits& limits) {
+    Tally tally = readTally(name);
+    ++tally[limits.bottom];
+    ++tally[limits.top];
+    if (!writeTally(name, tally))
+        console::output("TamTest: can't write %s\n", name.c_str());
+}
+
+}  // namespace
+
+HistogramLimits histogramLimits(std::span<const uint8_t> pixels) {
+    Histogram histogram{};
+    for (const uint8_t pixel : pixels)
+        ++histogram[pixel];
+    const size_t threshold = pixels.size() / kFractionOfPixels;
+    return {.bottom = edge(histogram, 1, 254, 1, threshold), .top = edge(histogram, 255, 1, -1, threshold)};
+}
+
+Tally readTally(const std::string& name) {
+    Tally tally{};
+    const File file = console::openRegularFile(name, "r");
+    if (!file)
+        return tally;
+    char line[kLineSize];
+    for (size_t lines = 0; lines < kLevels; ++lines) {
+        if (std::fgets(line, sizeof line, file.get()) == nullptr) {
+            console::consolePrint(" fgets failed\n");
+            break;
+        }
+        takeLine(tally, line);
+    }
+    return tally;
+}
+
+bool writeTally(const std::string& name, const Tally& tally) {
+    const std::string fresh = name + ".new";
+    std::error_code error;
+    {
+        const File file(std::fopen(fresh.c_str(), "w"));
+        if (!file)
+            return false;
+        if (!writeLines(file.get(), tally))
+            error = std::make_error_code(std::errc::io_error);
+    }
+    if (!error)
+        std::filesystem::rename(fresh, name, error);
+    if (error) {
+        std::error_code ignored;
+        std::filesystem::remove(fresh, ignored);
+    }
+    return !error;
+}
+
+void histogramLimitsOfFile() {
+    const char* input = console::nextArgument(console::kMandatory);
+    if (input == nullptr)
+        return;
+    const char* tallyName = console::nextArgument(console::kMandatory);
+    console::state.missingParameter = 0;  // the second name may be left out, whatever the syntax says
+    const auto info = readTiffInfo(input, tallyName != nullptr ? tallyName : "");
+    if (!info)
+        return;
+    ByteBuffer image(info->byteCount);
+    if (!readTiffPixels(input, image))
+        return;
+    const HistogramLimits limits = histogramLimits(image.bytes());
+    if (tallyName == nullptr)
+        console::consolePrint(" Bottom edge %d top edge %d\n", limits.bottom, limits.top);
+    else
+        addToTally(tallyName, limits);
+}
+
+}  // namespace operations

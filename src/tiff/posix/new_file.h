@@ -1,0 +1,30 @@
+// A file that takes its name only when it is whole: until then it stands under another name in the same folder, and
+// is removed when it is given up.
+#pragma once
+
+#include <string>
+
+#include "tiff/posix/tiff_handle.h"
+
+namespace tifffile {
+
+class NewFile {
+public:
+    // Opens the file under its temporary name. What may not be overwritten is not opened: folders, devices, pipes,
+    // and files that the user may not write. A link stays, what it points to is replaced.
+    explicit NewFile(const char* fileName);
+    ~NewFile();
+    NewFile(const NewFile&) = delete;
+    NewFile& operator=(const NewFile&) = delete;
+
+    const FileDescriptor& file() const { return file_; }
+    // Closes the file and gives it its name, in place of an older one. False: that failed.
+    bool keep();
+
+private:
+    std::string name_;
+    std::string temporaryName_;
+    FileDescriptor file_;
+};
+
+}  // namespace tifffile
