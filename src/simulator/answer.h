@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "simulator/capture_desk.h"
+#include "simulator/data_channel.h"
 #include "simulator/image_channel.h"
 #include "simulator/report_writer.h"
 #include "simulator/scenario.h"
@@ -27,7 +28,7 @@ struct CaptureStop {
 struct Answer {
     std::vector<AnswerReport> reports;
     // Begins when the last of the reports is due, and answers further in the name of the command.
-    std::variant<std::monostate, CaptureOrder, CaptureStop, TransferOrder> then;
+    std::variant<std::monostate, CaptureOrder, CaptureStop, TransferOrder, DataOrder> then;
 };
 
 }  // namespace simulator

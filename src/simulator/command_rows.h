@@ -30,6 +30,9 @@ std::span<const CommandRow> captureCommands();
 std::span<const CommandRow> imageCommands();
 std::span<const CommandRow> queryCommands();
 std::span<const CommandRow> boardCommands();
+std::span<const CommandRow> parameterCommands();
+std::span<const CommandRow> uploadCommands();
+std::span<const CommandRow> displayCommands();
 
 AnswerReport pending(const CommandPacket& packet);
 AnswerReport ended(const CommandPacket& packet, int32_t state);
@@ -37,5 +40,9 @@ AnswerReport ended(const CommandPacket& packet, int32_t state);
 Answer answer(const CommandPacket& packet, int32_t state);
 // Pending, what was asked for, complete.
 Answer answerWithData(const CommandPacket& packet, const ReportWriter& data);
+
+// Pending, then a transfer: first it is reported ready unless the program is to go ahead by itself, and complete once
+// the data has been moved.
+Answer answerWithTransfer(const CommandPacket& packet, DataOrder order);
 
 }  // namespace simulator

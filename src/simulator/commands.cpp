@@ -1,5 +1,7 @@
 #include "simulator/commands.h"
 
+#include <utility>
+
 #include "hoxi/hoxi_codes.h"
 #include "simulator/command_rows.h"
 #include "simulator/scanner.h"
@@ -43,8 +45,9 @@ constexpr CommandRow kCommands[] = {
 };
 
 const CommandRow* findCommand(uint32_t code) {
-    const std::span<const CommandRow> tables[] = {kCommands, captureCommands(), imageCommands(), queryCommands(),
-                                                  boardCommands()};
+    const std::span<const CommandRow> tables[] = {kCommands,        captureCommands(), imageCommands(),
+                                                  queryCommands(),  boardCommands(),   parameterCommands(),
+                                                  uploadCommands(), displayCommands()};
     for (const std::span<const CommandRow> table : tables) {
         for (const CommandRow& row : table) {
             if (row.code == code) {
@@ -71,6 +74,16 @@ Answer answer(const CommandPacket& packet, int32_t state) {
 
 Answer answerWithData(const CommandPacket& packet, const ReportWriter& data) {
     return {{pending(packet), {Stage::Data, data.report()}, ended(packet, hoxi::kComplete)}, {}};
+}
+
+Answer answerWithTransfer(const CommandPacket& packet, DataOrder order) {
+    Answer result{{pending(packet)}, {}};
+    order.tag = packet.tag;
+    if (order.isConfirmed) {
+        result.reports.push_back({Stage::Ready, readyReport(order)});
+    }
+    result.then = std::move(order);
+    return result;
 }
 
 Answer runCommand(Scanner& scanner, const CommandPacket& packet, uint64_t nowMs) {

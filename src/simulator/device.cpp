@@ -8,7 +8,8 @@ Device::Device(const ScannerPlan& plan, size_t index)
     : latencyMs(static_cast<uint64_t>(plan.latencyMs)),
       blockLimit(static_cast<uint64_t>(plan.dataBufferSize)),
       seed(mixBits(static_cast<uint64_t>(plan.seed)) + index),
-      images(static_cast<uint64_t>(plan.imageMemory)) {
+      images(static_cast<uint64_t>(plan.imageMemory)),
+      parameters(plan) {
     resolutions.fill(static_cast<uint32_t>(plan.resolution));
 }
 
@@ -22,7 +23,12 @@ void Device::powerUp(const ScannerPlan& plan) {
     resolutions.fill(static_cast<uint32_t>(plan.resolution));
     captureDesk.clear();
     imageChannel.close();
+    memoryChannel.close();
+    bitmapChannel.close();
     board.powerUp();
+    parameters.restore();
+    display = {};
+    remoteDisplay = {};
     outbox.forgetCommands();
 }
 

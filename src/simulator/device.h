@@ -4,14 +4,19 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
+#include <vector>
 
 #include "simulator/board.h"
 #include "simulator/capture_desk.h"
+#include "simulator/data_channel.h"
 #include "simulator/faults.h"
 #include "simulator/image_channel.h"
 #include "simulator/image_store.h"
+#include "simulator/local_display.h"
 #include "simulator/outbox.h"
+#include "simulator/parameter_store.h"
 #include "simulator/scenario.h"
 
 namespace simulator {
@@ -42,8 +47,14 @@ struct Device {
     std::array<uint32_t, kCameraCount> resolutions{};  // pixels per inch
     CaptureDesk captureDesk;
     ImageChannel imageChannel;
+    DataChannel memoryChannel{Function::PutMemory, Function::GetMemory};
+    DataChannel bitmapChannel{Function::PutBitmap, Function::GetMemory};
     TransferFaults transferFaults;
     Board board;
+    ParameterStore parameters;
+    std::map<uint32_t, std::vector<uint8_t>> flash;  // what was uploaded last, by command code; survives a reset
+    LocalDisplay display;
+    RemoteDisplay remoteDisplay;
     Outbox outbox;
 };
 

@@ -1,7 +1,6 @@
 #include "simulator/image_channel.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 #include "hoxi/hoxi_codes.h"
@@ -16,35 +15,6 @@ namespace {
 constexpr uint32_t kTransferReady = 1;
 constexpr uint32_t kTransferDone = 5;
 constexpr uint32_t kToProgram = 1;  // type of a transfer in its reports
-
-size_t blockSize(size_t asked, size_t there, const Device& device, const std::optional<TransferFault>& fault) {
-    size_t size = std::min(asked, there);
-    size = static_cast<size_t>(std::min<uint64_t>(size, device.blockLimit));
-    if (fault && fault->move != kNotGiven) {
-        size = std::min(size, static_cast<size_t>(fault->move));
-    }
-    return size;
-}
-
-void corrupt(std::span<uint8_t> block, const std::optional<TransferFault>& fault) {
-    if (fault && fault->corrupt != kNotGiven && static_cast<uint64_t>(fault->corrupt) < block.size()) {
-        block[static_cast<size_t>(fault->corrupt)] ^= 0xFF;
-    }
-}
-
-BlockResult resultOf(size_t moved, uint32_t flags, const std::optional<TransferFault>& fault) {
-    if (!fault) {
-        return {kOk, static_cast<uint32_t>(moved), flags};
-    }
-    constexpr uint64_t kMost = std::numeric_limits<uint32_t>::max();
-    const uint64_t claimed = std::min(moved + static_cast<uint64_t>(fault->claimMore), kMost);
-    if (fault->lastFlag == static_cast<int64_t>(LastFlag::Set)) {
-        flags |= hoxi::kLastTransfer;
-    } else if (fault->lastFlag == static_cast<int64_t>(LastFlag::Clear)) {
-        flags &= ~hoxi::kLastTransfer;
-    }
-    return {static_cast<HoxiResult>(fault->result), static_cast<uint32_t>(claimed), flags};
-}
 
 }  // namespace
 
@@ -61,7 +31,7 @@ BlockResult ImageChannel::get(std::span<uint8_t> block, uint64_t nowMs, Device& 
     }
     const std::optional<TransferFault> fault = device.transferFaults.meant(Function::GetImage);
     const std::span<uint8_t> source = rest();
-    const std::span<uint8_t> moved = block.first(blockSize(block.size(), source.size(), device, fault));
+    const std::span<uint8_t> moved = block.first(blockSize(block.size(), source.size(), device.blockLimit, fault));
     std::copy_n(source.begin(), moved.size(), moved.begin());
     corrupt(moved, fault);
     uint32_t flags = current_->blocks++ == 0 ? hoxi::kFirstTransfer : 0;
@@ -82,7 +52,7 @@ BlockResult ImageChannel::put(std::span<const uint8_t> block, uint32_t flags, ui
         return {kBadBlock};
     }
     const std::optional<TransferFault> fault = device.transferFaults.meant(Function::PutImage);
-    const std::span<uint8_t> target = rest().first(blockSize(block.size(), rest().size(), device, fault));
+    const std::span<uint8_t> target = rest().first(blockSize(block.size(), rest().size(), device.blockLimit, fault));
     std::copy_n(block.begin(), target.size(), target.begin());
     corrupt(target, fault);
     current_->position += target.size();

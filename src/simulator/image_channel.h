@@ -7,9 +7,9 @@
 #include <span>
 #include <vector>
 
-#include "hoxi/hoxi.h"
 #include "simulator/image_store.h"
 #include "simulator/outbox.h"
+#include "simulator/transfer_block.h"
 
 namespace simulator {
 
@@ -20,13 +20,6 @@ struct TransferOrder {
     ImageKey key;
     bool isToProgram = false;
     Image image;  // from the program: what it will be, its pixels as many as are to come
-};
-
-// What one call did.
-struct BlockResult {
-    HoxiResult result = 0;
-    uint32_t moved = 0;  // bytes
-    uint32_t flags = 0;  // hoxi::kFirstTransfer and hoxi::kLastTransfer, of a block to the program
 };
 
 class ImageChannel {

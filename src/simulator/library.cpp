@@ -15,23 +15,22 @@ using simulator::kBadArgument;
 using simulator::kNothingToTransfer;
 using simulator::kOk;
 
-// The channels have no capability behind them that would give or take anything.
-HoxiResult transferNothing(Function function, uint32_t scanner, const void* data, uint32_t* transferred) {
-    if (data == nullptr || transferred == nullptr) {
+// A block of the memory or the bitmap channel, from the program.
+HoxiResult putData(Function function, uint32_t scanner, const void* data, uint32_t byteCount, uint32_t* transferred,
+                   uint32_t flags) {
+    if (data == nullptr || transferred == nullptr || byteCount == 0) {
         return kBadArgument;
     }
     *transferred = 0;
-    const Call call(function, scanner);
-    return call.result() != kOk ? call.result() : kNothingToTransfer;
-}
-
-HoxiResult receiveNothing(Function function, uint32_t scanner, const void* buffer, uint32_t* transferred,
-                          uint32_t* flags) {
-    if (flags == nullptr) {
-        return kBadArgument;
+    Call call(function, scanner);
+    if (call.result() != kOk) {
+        return call.result();
     }
-    *flags = 0;
-    return transferNothing(function, scanner, buffer, transferred);
+    const std::span block(static_cast<const uint8_t*>(data), byteCount);
+    const auto moved = call.scanner().putData(function, block, flags, call.nowMs());
+    simulator::bus().changed.notify_all();
+    *transferred = moved.moved;
+    return moved.result;
 }
 
 HoxiResult streamNothing(Function function, uint32_t scanner) {
@@ -128,12 +127,26 @@ HoxiResult HoxiGetVersion(char* text, uint32_t size) {
     return call.result();
 }
 
-HoxiResult HoxiPutMemory(uint32_t scanner, const void* data, uint32_t, uint32_t* transferred, uint32_t) {
-    return transferNothing(Function::PutMemory, scanner, data, transferred);
+HoxiResult HoxiPutMemory(uint32_t scanner, const void* data, uint32_t byteCount, uint32_t* transferred,
+                         uint32_t flags) {
+    return putData(Function::PutMemory, scanner, data, byteCount, transferred, flags);
 }
 
-HoxiResult HoxiGetMemory(uint32_t scanner, void* buffer, uint32_t, uint32_t* transferred, uint32_t* flags) {
-    return receiveNothing(Function::GetMemory, scanner, buffer, transferred, flags);
+HoxiResult HoxiGetMemory(uint32_t scanner, void* buffer, uint32_t byteCount, uint32_t* transferred, uint32_t* flags) {
+    if (buffer == nullptr || transferred == nullptr || flags == nullptr || byteCount == 0) {
+        return kBadArgument;
+    }
+    *transferred = 0;
+    *flags = 0;
+    Call call(Function::GetMemory, scanner);
+    if (call.result() != kOk) {
+        return call.result();
+    }
+    const auto block = call.scanner().getMemory({static_cast<uint8_t*>(buffer), byteCount}, call.nowMs());
+    simulator::bus().changed.notify_all();
+    *transferred = block.moved;
+    *flags = block.flags;
+    return block.result;
 }
 
 HoxiResult HoxiPutImage(uint32_t scanner, const void* data, uint32_t byteCount, uint32_t* transferred, uint32_t flags) {
@@ -167,8 +180,9 @@ HoxiResult HoxiGetImage(uint32_t scanner, void* buffer, uint32_t byteCount, uint
     return block.result;
 }
 
-HoxiResult HoxiPutBitmap(uint32_t scanner, const void* data, uint32_t, uint32_t* transferred, uint32_t) {
-    return transferNothing(Function::PutBitmap, scanner, data, transferred);
+HoxiResult HoxiPutBitmap(uint32_t scanner, const void* data, uint32_t byteCount, uint32_t* transferred,
+                         uint32_t flags) {
+    return putData(Function::PutBitmap, scanner, data, byteCount, transferred, flags);
 }
 
 HoxiResult HoxiSetVideoBandParams(uint32_t scanner, uint64_t, uint32_t) {

@@ -4,6 +4,8 @@
 #include <utility>
 #include <variant>
 
+#include "simulator/display_picture.h"
+
 namespace simulator {
 
 namespace {
@@ -70,6 +72,14 @@ void Scanner::execute(const CommandPacket& packet, uint64_t nowMs) {
     const uint64_t dueMs = queueAnswer(answer, reply, startMs);
     goOn(answer, reply, dueMs, startMs);
     idleMs_ = std::max(idleMs_, bootedMs_);
+    saveDisplay();
+}
+
+BlockResult Scanner::putData(Function function, std::span<const uint8_t> block, uint32_t flags, uint64_t nowMs) {
+    DataChannel& channel = function == Function::PutBitmap ? device_.bitmapChannel : device_.memoryChannel;
+    const BlockResult result = channel.put(block, flags, nowMs, device_);
+    saveDisplay();
+    return result;
 }
 
 std::optional<Report> Scanner::takeReport(uint64_t nowMs) {
@@ -129,6 +139,16 @@ void Scanner::goOn(Answer& answer, const Reply& reply, uint64_t dueMs, uint64_t 
         device_.captureDesk.press(stop->key, startMs + device_.latencyMs, device_);
     } else if (auto* const transfer = std::get_if<TransferOrder>(&answer.then)) {
         device_.imageChannel.open(std::move(*transfer), reply, dueMs, device_);
+    } else if (auto* const data = std::get_if<DataOrder>(&answer.then)) {
+        DataChannel& channel = data->isBitmap ? device_.bitmapChannel : device_.memoryChannel;
+        channel.open(std::move(*data), reply, dueMs);
+    }
+}
+
+// Whoever looks at the picture sees what a person in front of the display would see.
+void Scanner::saveDisplay() {
+    if (device_.display.takeChange() && !plan_.displayFile.empty()) {
+        savePicture(device_.display, plan_.displayFile);
     }
 }
 

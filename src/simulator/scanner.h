@@ -43,6 +43,11 @@ public:
     BlockResult putImage(std::span<const uint8_t> block, uint32_t flags, uint64_t nowMs) {
         return device_.imageChannel.put(block, flags, nowMs, device_);
     }
+    // Moves a block of the memory channel to the program, and one of the memory or bitmap channel from it.
+    BlockResult getMemory(std::span<uint8_t> block, uint64_t nowMs) {
+        return device_.memoryChannel.get(block, nowMs, device_);
+    }
+    BlockResult putData(Function function, std::span<const uint8_t> block, uint32_t flags, uint64_t nowMs);
     // The next report if one is due.
     std::optional<Report> takeReport(uint64_t nowMs);
     // When a fetch should look again: the next report, fault or unplugging that time alone brings; kNever for none.
@@ -56,6 +61,7 @@ private:
     Progress progress(uint64_t nowMs) const { return {startMs_, nowMs, commands_, reports_}; }
     uint64_t queueAnswer(const Answer& answer, Reply& reply, uint64_t startMs);
     void goOn(Answer& answer, const Reply& reply, uint64_t dueMs, uint64_t startMs);
+    void saveDisplay();
     ReportSource* nextSource(uint64_t nowMs, uint64_t& dueMs);
 
     ScannerPlan plan_;

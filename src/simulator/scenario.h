@@ -93,6 +93,8 @@ struct ScannerPlan {
     int64_t imageMemory = 67'108'864;
     int64_t contactMs = 300;  // from the start of a capture until the person touches the platen
     int64_t captureMs = 400;  // from then until the image is there
+    int64_t recordMs = 200;   // from the last byte of an upload until it is recorded
+    std::string displayFile;  // where the local display is written as a picture; nowhere when empty
 };
 
 // What must have happened before something begins; all three must hold. Commands are those that the scanner has
@@ -133,7 +135,7 @@ struct AnswerFault : Occurrence {
 
 enum class LastFlag : int64_t { Set, Clear };
 
-// A call of an image channel that does something else than it was asked to.
+// A call of a data channel that does something else than it was asked to.
 struct TransferFault : Occurrence {
     int64_t function = kNotGiven;
     int64_t scanner = kNotGiven;

@@ -54,8 +54,10 @@ std::string checkRecord(const Scenario& scenario, const TransferFault& fault) {
         fault.lastFlag == kNotGiven) {
         return "none of result, move, claim_more, corrupt and last_flag is given";
     }
-    if (static_cast<Function>(fault.function) != Function::GetImage && fault.lastFlag != kNotGiven) {
-        return "only HoxiGetImage has a last flag";
+    const auto function = static_cast<Function>(fault.function);
+    const bool isToProgram = function == Function::GetImage || function == Function::GetMemory;
+    if (!isToProgram && fault.lastFlag != kNotGiven) {
+        return "only HoxiGetImage and HoxiGetMemory have a last flag";
     }
     return checkIndex(scenario, fault.scanner);
 }

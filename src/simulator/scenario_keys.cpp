@@ -52,8 +52,9 @@ constexpr Choice kStages[] = {
 };
 
 constexpr Choice kTransfers[] = {
-    {"HoxiGetImage", number(Function::GetImage)},
-    {"HoxiPutImage", number(Function::PutImage)},
+    {"HoxiGetImage", number(Function::GetImage)},   {"HoxiPutImage", number(Function::PutImage)},
+    {"HoxiGetMemory", number(Function::GetMemory)}, {"HoxiPutMemory", number(Function::PutMemory)},
+    {"HoxiPutBitmap", number(Function::PutBitmap)},
 };
 
 constexpr Choice kLastFlags[] = {
@@ -99,6 +100,8 @@ const Key<ScannerPlan> kScannerKeys[] = {
     {"image_memory", &ScannerPlan::imageMemory, kImageMemory},
     {"contact_ms", &ScannerPlan::contactMs, kDuration},
     {"capture_ms", &ScannerPlan::captureMs, kDuration},
+    {"record_ms", &ScannerPlan::recordMs, kDuration},
+    {"display_file", &ScannerPlan::displayFile, {0, 255}},
 };
 
 const Key<CallFault> kCallFaultKeys[] = {

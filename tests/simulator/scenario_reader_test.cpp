@@ -100,7 +100,7 @@ TEST(ScenarioReaderTest, ValuesMustGoTogether) {
     EXPECT_EQ(errorOf("[[transfer_fault]]\nfunction = 'HoxiGetImage'"),
               "f.toml:1: transfer_fault: none of result, move, claim_more, corrupt and last_flag is given");
     EXPECT_EQ(errorOf("[[transfer_fault]]\nfunction = 'HoxiPutImage'\nlast_flag = 'set'"),
-              "f.toml:1: transfer_fault: only HoxiGetImage has a last flag");
+              "f.toml:1: transfer_fault: only HoxiGetImage and HoxiGetMemory have a last flag");
     EXPECT_EQ(errorOf("[[transfer_fault]]\nfunction = 'HoxiGetImage'\nmove = 0\nscanner = 1"),
               "f.toml:1: transfer_fault: scanner 1 does not exist, the bus has 1");
     EXPECT_EQ(errorOf("[[transfer_fault]]\nfunction = 'HoxiGetStatus'\nmove = 0"),

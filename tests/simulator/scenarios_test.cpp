@@ -344,7 +344,7 @@ std::string testName(const std::string& fileName) {
 }
 
 bool isOfScenarios(const std::string& suite) {
-    return suite == "ScenariosTest" || suite == "ImageScenariosTest";
+    return suite == "ScenariosTest" || suite == "ImageScenariosTest" || suite == "MemoryScenariosTest";
 }
 
 TEST(ScenarioFolderTest, EveryFileIsUsableIntroducedAndTested) {
