@@ -1,6 +1,6 @@
 # What is installed, and the packages made of it: for Debian one to install, for Windows an archive to unpack. The
 # libraries lie beside the program, where it looks for them and where they can be replaced.
-set(program_targets tamtest hoxitam1)
+set(program_targets tamtest hoxitam1 OvkTiff)
 
 if(WIN32)
     set(program_folder .)
