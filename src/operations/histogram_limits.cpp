@@ -2,13 +2,13 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 
 #include "console/console_state.h"
 #include "console/output.h"
 #include "console/regular_file.h"
 #include "console/tokenizer.h"
 #include "operations/tiff_image.h"
+#include "platform/files.h"
 
 namespace operations {
 namespace {
@@ -38,12 +38,12 @@ void takeLine(Tally& tally, const char* line) {
     tally[level < kLevels ? level : 0] = static_cast<int32_t>(count);
 }
 
-bool writeLines(std::FILE* file, const Tally& tally) {
+bool writeLines(File file, const Tally& tally) {
     bool written = true;
     for (size_t level = kLevels; level-- > 0;)
-        written =
-            std::fprintf(file, "%d\t%d\n", static_cast<int>(level), static_cast<int>(tally[level])) > 0 && written;
-    return std::fflush(file) == 0 && written;
+        written = std::fprintf(file.get(), "%d\t%d\n", static_cast<int>(level), static_cast<int>(tally[level])) > 0 &&
+                  written;
+    return std::fclose(file.release()) == 0 && written;
 }
 
 void addToTally(const std::string& name, const HistogramLimits& limits) {
@@ -82,21 +82,13 @@ Tally readTally(const std::string& name) {
 
 bool writeTally(const std::string& name, const Tally& tally) {
     const std::string fresh = name + ".new";
-    std::error_code error;
-    {
-        const File file(std::fopen(fresh.c_str(), "w"));
-        if (!file)
-            return false;
-        if (!writeLines(file.get(), tally))
-            error = std::make_error_code(std::errc::io_error);
-    }
-    if (!error)
-        std::filesystem::rename(fresh, name, error);
-    if (error) {
-        std::error_code ignored;
-        std::filesystem::remove(fresh, ignored);
-    }
-    return !error;
+    File file(std::fopen(fresh.c_str(), "w"));
+    if (!file)
+        return false;
+    if (writeLines(std::move(file), tally) && platform::replaceFile(fresh, name))
+        return true;
+    std::remove(fresh.c_str());
+    return false;
 }
 
 void histogramLimitsOfFile() {

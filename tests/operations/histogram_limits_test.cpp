@@ -69,7 +69,7 @@ TEST_F(TallyFile, IsWrittenFromTheHighestLevelDown) {
     tally[255] = 3;
     tally[0] = 7;
     EXPECT_TRUE(writeTally(name, tally));
-    const std::string text = support::readFile(name);
+    const std::string text = support::readText(name);
     EXPECT_EQ(text.substr(0, 12), "255\t3\n254\t0\n");
     EXPECT_EQ(text.substr(text.size() - 8), "1\t0\n0\t7\n");
     EXPECT_EQ(read(name), tally);

@@ -1,0 +1,51 @@
+#include "platform/files.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "support/files.h"
+
+namespace platform {
+namespace {
+
+class ReplacedFile : public ::testing::Test {
+protected:
+    void SetUp() override { support::writeFile(fresh, "new"); }
+
+    support::TemporaryFolder folder;
+    std::string fresh = folder.file("fresh");
+    std::string name = folder.file("name");
+};
+
+TEST_F(ReplacedFile, HasTheOtherNameAlone) {
+    EXPECT_TRUE(replaceFile(fresh, name));
+    EXPECT_EQ(support::readFile(name), "new");
+    EXPECT_FALSE(std::filesystem::exists(fresh));
+}
+
+TEST_F(ReplacedFile, StandsInPlaceOfTheOldOne) {
+    support::writeFile(name, "old and longer");
+    EXPECT_TRUE(replaceFile(fresh, name));
+    EXPECT_EQ(support::readFile(name), "new");
+}
+
+TEST_F(ReplacedFile, StaysWhereAFolderHasTheName) {
+    std::filesystem::create_directory(name);
+    EXPECT_FALSE(replaceFile(fresh, name));
+    EXPECT_EQ(support::readFile(fresh), "new");
+    EXPECT_TRUE(std::filesystem::is_directory(name));
+}
+
+TEST_F(ReplacedFile, ThatIsNotThereLeavesTheOldOne) {
+    support::writeFile(name, "old");
+    EXPECT_FALSE(replaceFile(folder.file("none"), name));
+    EXPECT_EQ(support::readFile(name), "old");
+}
+
+TEST_F(ReplacedFile, MayHaveANameOfAnyBytes) {
+    EXPECT_FALSE(replaceFile(folder.file("none\xFF"), folder.file("\xC3(\xA0")));
+}
+
+}  // namespace
+}  // namespace platform
