@@ -134,7 +134,9 @@ Answer runConfigLocalMap(const Request& request) {
 
 Answer runConfigRemoteMap(const Request& request) {
     return awaitTable(request, kMapSize, [](Device& device, const std::vector<uint8_t>& bytes) {
-        std::copy_n(bytes.begin(), kMapSize, device.remoteDisplay.map.begin());
+        GrayMap map{};
+        std::copy_n(bytes.begin(), kMapSize, map.begin());
+        device.remoteDisplay.setMap(map);
     });
 }
 

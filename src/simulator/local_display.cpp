@@ -81,6 +81,11 @@ void LocalDisplay::showImage(const Picture& picture, const GrayMap& map) {
     isChanged_ = true;
 }
 
+void RemoteDisplay::setMap(const GrayMap& map) {
+    map_ = map;
+    isChanged_ = true;
+}
+
 void LocalDisplay::set(uint64_t x, uint64_t y, uint8_t pixel) {
     pixels_[static_cast<size_t>(y * kDisplayWidth + x)] = pixel;
 }

@@ -65,18 +65,27 @@ private:
     void set(uint64_t x, uint64_t y, uint8_t pixel);
 
     bool isOn_ = true;
-    bool isChanged_ = false;
+    bool isChanged_ = true;
     std::vector<uint8_t> pixels_;
     std::array<uint32_t, 256> palette_{};
 };
 
 // What the scanner knows of the display area on the host.
-struct RemoteDisplay {
+class RemoteDisplay {
+public:
+    const GrayMap& map() const { return map_; }
+    void setMap(const GrayMap& map);
+    // Whether the map may have changed since the last call.
+    bool takeChange() { return std::exchange(isChanged_, false); }
+
     uint32_t width = 0;
     uint32_t height = 0;
     bool isOn = false;
     uint32_t bandLines = 0;  // 0: whole frames
-    GrayMap map = identityMap();
+
+private:
+    bool isChanged_ = true;
+    GrayMap map_ = identityMap();
 };
 
 }  // namespace simulator

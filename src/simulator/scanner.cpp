@@ -1,6 +1,7 @@
 #include "simulator/scanner.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <utility>
 #include <variant>
 
@@ -12,6 +13,12 @@ namespace {
 
 bool isFor(int64_t wanted, size_t index) {
     return wanted == kNotGiven || wanted == static_cast<int64_t>(index);
+}
+
+void save(const std::string& picture, const std::string& path) {
+    if (!savePicture(picture, path)) {
+        std::fprintf(stderr, "simulated scanner: can't write %s\n", path.c_str());
+    }
 }
 
 }  // namespace
@@ -72,13 +79,13 @@ void Scanner::execute(const CommandPacket& packet, uint64_t nowMs) {
     const uint64_t dueMs = queueAnswer(answer, reply, startMs);
     goOn(answer, reply, dueMs, startMs);
     idleMs_ = std::max(idleMs_, bootedMs_);
-    saveDisplay();
+    saveDisplays();
 }
 
 BlockResult Scanner::putData(Function function, std::span<const uint8_t> block, uint32_t flags, uint64_t nowMs) {
     DataChannel& channel = function == Function::PutBitmap ? device_.bitmapChannel : device_.memoryChannel;
     const BlockResult result = channel.put(block, flags, nowMs, device_);
-    saveDisplay();
+    saveDisplays();
     return result;
 }
 
@@ -145,10 +152,13 @@ void Scanner::goOn(Answer& answer, const Reply& reply, uint64_t dueMs, uint64_t 
     }
 }
 
-// Whoever looks at the picture sees what a person in front of the display would see.
-void Scanner::saveDisplay() {
+// Whoever looks at the pictures sees what a person in front of the displays would see.
+void Scanner::saveDisplays() {
     if (device_.display.takeChange() && !plan_.displayFile.empty()) {
-        savePicture(device_.display, plan_.displayFile);
+        save(displayPicture(device_.display), plan_.displayFile);
+    }
+    if (device_.remoteDisplay.takeChange() && !plan_.remoteMapFile.empty()) {
+        save(mapPicture(device_.remoteDisplay.map()), plan_.remoteMapFile);
     }
 }
 

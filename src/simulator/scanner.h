@@ -61,7 +61,7 @@ private:
     Progress progress(uint64_t nowMs) const { return {startMs_, nowMs, commands_, reports_}; }
     uint64_t queueAnswer(const Answer& answer, Reply& reply, uint64_t startMs);
     void goOn(Answer& answer, const Reply& reply, uint64_t dueMs, uint64_t startMs);
-    void saveDisplay();
+    void saveDisplays();
     ReportSource* nextSource(uint64_t nowMs, uint64_t& dueMs);
 
     ScannerPlan plan_;

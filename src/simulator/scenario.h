@@ -94,7 +94,9 @@ struct ScannerPlan {
     int64_t contactMs = 300;  // from the start of a capture until the person touches the platen
     int64_t captureMs = 400;  // from then until the image is there
     int64_t recordMs = 200;   // from the last byte of an upload until it is recorded
-    std::string displayFile;  // where the local display is written as a picture; nowhere when empty
+    // Where pictures of the local display and of the remote gray map are written; nowhere when empty.
+    std::string displayFile;
+    std::string remoteMapFile;
 };
 
 // What must have happened before something begins; all three must hold. Commands are those that the scanner has

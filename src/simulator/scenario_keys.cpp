@@ -102,6 +102,7 @@ const Key<ScannerPlan> kScannerKeys[] = {
     {"capture_ms", &ScannerPlan::captureMs, kDuration},
     {"record_ms", &ScannerPlan::recordMs, kDuration},
     {"display_file", &ScannerPlan::displayFile, {0, 255}},
+    {"remote_map_file", &ScannerPlan::remoteMapFile, {0, 255}},
 };
 
 const Key<CallFault> kCallFaultKeys[] = {

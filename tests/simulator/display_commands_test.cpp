@@ -1,10 +1,6 @@
-// The local display, its palette, maps and pictures, and the display area on the host.
-#include <filesystem>
-#include <fstream>
-#include <iterator>
+// The local display, its palette and maps, and the display area on the host.
 
 #include "hoxi/hoxi_codes.h"
-#include "simulator/display_picture.h"
 #include "transfer_test.h"
 
 namespace simulator {
@@ -152,8 +148,8 @@ TEST_F(DisplayCommandsTest, MapsAreTakenAtOnceAndNotConfirmed) {
     send(43, 1);
     EXPECT_EQ(putMemory(ramp(256, 9), 3), "0 256");
     EXPECT_EQ(nextBriefs(2), "133:1:1 133:3:1");
-    EXPECT_EQ(remoteDisplay(0).map[0], 9);
-    EXPECT_EQ(remoteDisplay(0).map[255], 8);
+    EXPECT_EQ(remoteDisplay(0).map()[0], 9);
+    EXPECT_EQ(remoteDisplay(0).map()[255], 8);
     Bytes maps = ramp(256, 1);
     const Bytes quality = ramp(256, 2);
     maps.insert(maps.end(), quality.begin(), quality.end());
@@ -169,7 +165,7 @@ TEST_F(DisplayCommandsTest, MapsOfAnotherSizeAreRefused) {
     send(43, 1);
     EXPECT_EQ(putMemory(ramp(257), 3), "9010 0");
     EXPECT_EQ(nextBriefs(2), "133:1:1 133:6:1");
-    EXPECT_EQ(remoteDisplay(0).map, identityMap());
+    EXPECT_EQ(remoteDisplay(0).map(), identityMap());
 }
 
 TEST_F(DisplayCommandsTest, ImagesAreShownThroughTheMaps) {
@@ -241,35 +237,6 @@ TEST_F(DisplayCommandsTest, ResetClearsTheDisplay) {
     send(1, 2);
     nextBriefs(2);
     EXPECT_EQ(pixelAt(0, 0), 0);
-}
-
-TEST_F(DisplayCommandsTest, PictureGoesThroughThePalette) {
-    LocalDisplay display;
-    display.setPaletteEntry(5, 0x05112233);
-    display.fill({1, 0, 1, 1}, 5);
-    const std::string picture = pictureOf(display);
-    EXPECT_EQ(picture.substr(0, 24), std::string("P6\n1024 768\n255\n\0\0\0\x11\x22\x33\0\0", 24));
-    EXPECT_EQ(picture.size(), 16u + 1024 * 768 * 3);
-    display.turn(false);
-    EXPECT_EQ(pictureOf(display).substr(16), std::string(1024 * 768 * 3, '\0'));
-}
-
-TEST_F(DisplayCommandsTest, PictureFileFollowsTheDisplay) {
-    const std::string path = textPath() + ".ppm";
-    std::string name = path;
-    std::replace(name.begin(), name.end(), '\\', '/');
-    openText("[[scanner]]\ndisplay_file = '" + name + "'\n");
-    const auto written = [&path] {
-        std::ifstream file(path, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(file), {});
-    };
-    stateAfter(61, 1, {0, 0, 1, 1, 5});
-    EXPECT_EQ(written(), pictureOf(localDisplay(0)));
-    send(62, 2, {3, 3, 2, 1});
-    putBitmap({8, 9}, 3);
-    EXPECT_EQ(written(), pictureOf(localDisplay(0)));
-    EXPECT_EQ(pixelAt(3, 3), 8);
-    std::filesystem::remove(path);
 }
 
 }  // namespace

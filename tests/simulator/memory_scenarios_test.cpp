@@ -62,7 +62,8 @@ TEST_F(MemoryScenariosTest, UploadNotRecorded) {
 
 TEST_F(MemoryScenariosTest, DisplayInAFile) {
     openFile("display-in-a-file");
-    EXPECT_EQ(bus().scanners.at(0).plan().displayFile, "local-display.ppm");
+    EXPECT_EQ(bus().scanners.at(0).plan().displayFile, "local-display.tif");
+    EXPECT_EQ(bus().scanners.at(0).plan().remoteMapFile, "remote-map.tif");
 }
 
 }  // namespace
