@@ -8,8 +8,13 @@ namespace simulator {
 
 namespace {
 
-// 0 when the command names a set and, unless only the set matters, the length that it has; otherwise why it fails.
-int32_t refusalOf(const Request& request, bool isLengthNeeded, uint32_t& set) {
+// Bits of the answer to a check.
+constexpr int32_t kIsValid = 1;
+constexpr int32_t kIsSaveable = 2;
+constexpr int32_t kIsModified = 4;
+
+// 0 when the command names a set and the length that it has; otherwise why it fails.
+int32_t refusalOf(const Request& request, uint32_t& set) {
     PayloadReader payload(request.packet.payload);
     set = payload.u32();
     const size_t byteCount = payload.u32();
@@ -20,12 +25,12 @@ int32_t refusalOf(const Request& request, bool isLengthNeeded, uint32_t& set) {
     if (length == 0) {
         return kNoSuchThing;
     }
-    return isLengthNeeded && byteCount != length ? kBadParameter : 0;
+    return byteCount != length ? kBadParameter : 0;
 }
 
 Answer runSet(const Request& request) {
     uint32_t set = 0;
-    if (const int32_t refusal = refusalOf(request, true, set)) {
+    if (const int32_t refusal = refusalOf(request, set)) {
         return answer(request.packet, refusal);
     }
     DataOrder order;
@@ -37,7 +42,7 @@ Answer runSet(const Request& request) {
 template <ParameterStore::Values (ParameterStore::*values)(uint32_t) const>
 Answer runGet(const Request& request) {
     uint32_t set = 0;
-    if (const int32_t refusal = refusalOf(request, true, set)) {
+    if (const int32_t refusal = refusalOf(request, set)) {
         return answer(request.packet, refusal);
     }
     DataOrder order;
@@ -48,9 +53,16 @@ Answer runGet(const Request& request) {
 }
 
 Answer runCheck(const Request& request) {
-    uint32_t set = 0;
-    const int32_t refusal = refusalOf(request, false, set);
-    return answer(request.packet, refusal == 0 ? hoxi::kComplete : refusal);
+    PayloadReader payload(request.packet.payload);
+    const uint32_t set = payload.u32();
+    if (payload.isMissing()) {
+        return answer(request.packet, kBadParameter);
+    }
+    int32_t findings = 0;
+    if (ParameterStore::length(set) != 0) {
+        findings = kIsValid | kIsSaveable | (request.device.parameters.isModified(set) ? kIsModified : 0);
+    }
+    return answerWithData(request.packet, ReportWriter(hoxi::CMD_CHECK_PARAMETERS, findings, request.packet.tag));
 }
 
 template <void (ParameterStore::*act)()>

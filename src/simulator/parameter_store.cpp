@@ -80,9 +80,9 @@ size_t ParameterStore::length(uint32_t set) {
     return 0;
 }
 
-ParameterStore::Values ParameterStore::current(uint32_t set) const {
-    const auto found = current_.find(set);
-    return found == current_.end() ? defaults(set) : found->second;
+ParameterStore::Values ParameterStore::valuesIn(const std::map<uint32_t, Values>& values, uint32_t set) const {
+    const auto found = values.find(set);
+    return found == values.end() ? defaults(set) : found->second;
 }
 
 ParameterStore::Values ParameterStore::defaults(uint32_t set) const {

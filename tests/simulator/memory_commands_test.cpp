@@ -96,7 +96,7 @@ TEST_F(MemoryCommandsTest, EverySetHasItsLength) {
 TEST_F(MemoryCommandsTest, UnknownSetsAreRefusedWithoutATransfer) {
     open();
     uint32_t tag = 0;
-    for (const uint32_t code : {90U, 91U, 94U, 96U}) {
+    for (const uint32_t code : {90U, 91U, 96U}) {
         for (const uint32_t set : {44U, 106U, 0xFFFFFFFFU}) {
             send(code, ++tag, {set, 4});
             const std::string end = ":" + std::to_string(tag);
@@ -119,10 +119,35 @@ TEST_F(MemoryCommandsTest, WrongLengthsAreRefusedWithoutATransfer) {
     EXPECT_EQ(putMemory(ramp(4), 3), "9005 0");
 }
 
-TEST_F(MemoryCommandsTest, CheckOfAKnownSetIsComplete) {
+TEST_F(MemoryCommandsTest, CheckTellsValidAndSaveableSets) {
     open();
     send(94, 1, {105, 28});
-    EXPECT_EQ(nextBriefs(2), "133:1:1 133:3:1");
+    EXPECT_EQ(nextBriefs(3), "133:1:1 94:3:1 133:3:1");
+}
+
+TEST_F(MemoryCommandsTest, CheckOfAnUnknownSetTellsNothingGoodOfIt) {
+    open();
+    send(94, 1, {44, 0});
+    EXPECT_EQ(nextBriefs(3), "133:1:1 94:0:1 133:3:1");
+    send(94, 2, {106, 0});
+    EXPECT_EQ(nextBriefs(3), "133:1:2 94:0:2 133:3:2");
+}
+
+TEST_F(MemoryCommandsTest, CheckTellsModifiedSetsUntilTheyAreSaved) {
+    open();
+    setParameters(1, 13, ramp(4));
+    send(94, 2, {13, 4});
+    EXPECT_EQ(nextBriefs(3), "133:1:2 94:7:2 133:3:2");
+    send(92, 3);
+    EXPECT_EQ(nextBriefs(2), "133:1:3 133:3:3");
+    send(94, 4, {13, 4});
+    EXPECT_EQ(nextBriefs(3), "133:1:4 94:3:4 133:3:4");
+}
+
+TEST_F(MemoryCommandsTest, CheckWithoutASetIsRefused) {
+    open();
+    send(94, 1);
+    EXPECT_EQ(nextBriefs(2), "133:1:1 133:6:1");
 }
 
 TEST_F(MemoryCommandsTest, FirstSetDescribesTheScanner) {
