@@ -58,6 +58,7 @@ BlockResult DataChannel::put(std::span<const uint8_t> block, uint32_t flags, uin
     const std::optional<TransferFault> fault = device.transferFaults.meant(put_);
     const size_t size = blockSize(block.size(), rest(), device.blockLimit, fault);
     std::vector<uint8_t>& bytes = current_->order.bytes;
+    bytes.reserve(current_->order.byteCount);
     bytes.insert(bytes.end(), block.begin(), block.begin() + static_cast<ptrdiff_t>(size));
     corrupt(std::span(bytes).last(size), fault);
     current_->position += size;
