@@ -24,7 +24,7 @@ uint64_t blockSize() {
 Step believed(HoxiResult result, uint32_t asked, uint32_t moved, bool lastBlock) {
     if (moved > asked)
         return {result != 0 ? result : kTransferNotBelieved, 0, lastBlock};
-    if (result == 0 && moved == 0)
+    if (result == 0 && moved == 0 && (asked == 0 || !lastBlock))
         return {kTransferNotBelieved, 0, lastBlock};
     return {result, moved, lastBlock};
 }

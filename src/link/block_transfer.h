@@ -14,7 +14,8 @@ using PutFunction = HoxiResult (*)(uint32_t scanner, const void* data, uint32_t 
 using GetFunction = HoxiResult (*)(uint32_t scanner, void* buffer, uint32_t byteCount, uint32_t* transferred,
                                    uint32_t* flags);
 
-// The result of a call that succeeded and yet moved nothing, or claims to have moved more than was asked. The tester's
+// The result of a call that succeeded and yet moved nothing, though more is to come, or claims to have moved more than
+// was asked. The tester's
 // own; the library has no such number.
 inline constexpr uint32_t kTransferNotBelieved = 9108;
 

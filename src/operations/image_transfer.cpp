@@ -32,6 +32,12 @@ constexpr uint32_t kLastTagMisplaced = 9100;
 constexpr uint32_t kReadBackDiffers = 9000;
 constexpr size_t kInfoOffset = scannerlink::kBodyOffset;
 
+// Failed calls in a row that moved nothing, after which no more is to be had of an image.
+constexpr int kMostIdleCalls = 3;
+
+// The TIFF library counts bytes in 31 bits: a larger image could be fetched, yet not be written.
+constexpr uint64_t kMostImageBytes = INT32_MAX;
+
 struct ImageKey {
     uint32_t handle;
     uint32_t scanType;
@@ -171,16 +177,18 @@ bool receiveImage(std::span<uint8_t> image) {
     return true;
 }
 
-// As receiveImage, but a failed call that moved something is only noted and the image goes on behind it.
+// As receiveImage, but a failed call is only noted and the image goes on behind what it moved.
 void receiveImageStubbornly(std::span<uint8_t> image) {
     size_t done = 0;
+    int idleCalls = 0;
     scannerlink::Received received;
     do {
         received = scannerlink::getBlocks(HoxiGetImage, image.subspan(done));
         done += received.moved;
+        idleCalls = received.moved > 0 ? 0 : idleCalls + 1;
         if (received.result != 0)
             flagGetFailure(received.result);
-    } while (received.result != 0 && received.moved > 0 && !received.lastBlock && done < image.size());
+    } while (received.result != 0 && idleCalls < kMostIdleCalls && !received.lastBlock && done < image.size());
     if (received.result == 0 || received.lastBlock || done == image.size())
         checkEnd({received.result, done, received.lastBlock}, image.size());
 }
@@ -257,7 +265,7 @@ void sendImage() {
     const auto info = matchingInfo(command.key);
     if (!info)
         return;
-    ByteBuffer image(info->byteCount() <= UINT32_MAX ? info->byteCount() : 0);
+    ByteBuffer image(info->byteCount() <= kMostImageBytes ? info->byteCount() : 0);
     if (!allocated(image))
         return;
     command.byteCount = static_cast<uint32_t>(info->byteCount());

@@ -36,34 +36,42 @@ protected:
         fakeHoxi().dataBufSize = 4;
         startLink();
         scannerlink::state.quiet = 1;
-        fakeHoxi().onPutCommand = [this](uint32_t, const Bytes& packet) {
+        fakeHoxi().onPutCommand = [this](uint32_t scanner, const Bytes& packet) {
             uint32_t words[2];
             std::memcpy(words, packet.data(), sizeof words);
             if (completes)
-                deliver(makeReport(133, 3, words[1]));
+                deliver(makeReport(133, 3, words[1]), scanner);
             if (words[0] == 10)
-                answerSend(words[1]);
+                answerSend(words[1], scanner);
             return refusal;
         };
         fakeHoxi().onTransfer = [this](const std::string& name, FakeHoxi::Channel& call) {
             if (name == "GetImage" && done && fakeHoxi().given + call.moved == fakeHoxi().toGive.size())
-                deliverAt(fakePlatform().nowMs + 10, makeReport(26, 3, lastTag, {5}));
+                deliverAt(fakePlatform().nowMs + 30, makeReport(26, 3, lastTag, {5}), lastScanner);
             if (rule)
                 rule(name, call);
         };
     }
 
-    void answerSend(uint32_t tag) {
+    void answerSend(uint32_t tag, uint32_t scanner) {
         lastTag = tag;
+        lastScanner = scanner;
         fakeHoxi().given = 0;
         if (ready)
-            deliverAt(fakePlatform().nowMs + 10, makeReport(26, 3, tag, {1}));
+            deliverAt(fakePlatform().nowMs + 10, makeReport(26, 3, tag, {1}), scanner);
     }
 
-    // The image information that the scanner has reported: image 5 of scan 6 and type 7.
-    static void reportInfo(uint32_t height, uint32_t width) {
-        deliver(makeReport(52, 3, 1, {5, 6, 7, height, width, width, 8, 500, 501}));
+    // The image information that the scanner has reported: image 5 of scan 6 and type 7. The pitch is not the width's.
+    static void reportInfo(uint32_t height, uint32_t width, uint32_t scanner = 0) {
+        deliver(makeReport(52, 3, 1, {5, 6, 7, height, width, width + 3, 12, 500, 501}), scanner);
         scannerlink::checkStatus();
+    }
+
+    // How long a line took, in milliseconds.
+    static uint64_t durationOf(const std::string& line) {
+        const uint64_t start = fakePlatform().nowMs;
+        type(line);
+        return fakePlatform().nowMs - start;
     }
 
     static Bytes counting(size_t count) {
@@ -91,6 +99,7 @@ protected:
     bool done = true;
     uint32_t refusal = 0;
     uint32_t lastTag = 0;
+    uint32_t lastScanner = 0;
     std::function<void(const std::string&, FakeHoxi::Channel&)> rule;
 };
 
@@ -103,7 +112,7 @@ TEST_F(ImageTransfer, SendFetchesTheImageIntoAFile) {
     EXPECT_EQ(fakeHoxi().calls[3].numbers, (std::vector<uint64_t>{0, 2}));
     const auto& file = fakeTiff().files.at("out.tif");
     EXPECT_EQ(file.pixels, counting(10));
-    EXPECT_EQ(file.info.depth, 8u);
+    EXPECT_EQ(file.info.depth, 12u);
     EXPECT_EQ(file.info.width, 5u);
     EXPECT_EQ(file.info.height, 2u);
     EXPECT_EQ(file.info.v_res, 500);
@@ -111,6 +120,16 @@ TEST_F(ImageTransfer, SendFetchesTheImageIntoAFile) {
     EXPECT_EQ(file.info.first, 1);
     EXPECT_EQ(file.info.second, 0);
     EXPECT_FALSE(console::errorFlagged());
+}
+
+TEST_F(ImageTransfer, SendAsksTheCurrentScanner) {
+    startLink(2);
+    scannerlink::state.currentScanner = 1;
+    scannerlink::state.bufferSizes[1].data = 4;
+    reportInfo(1, 4, 1);
+    fakeHoxi().toGive = counting(4);
+    EXPECT_EQ(type("si out.tif 5 6 7"), "");
+    EXPECT_EQ(fakeTiff().files.at("out.tif").pixels, counting(4));
 }
 
 TEST_F(ImageTransfer, SendMovesAnImageSmallerThanABlockInOneCall) {
@@ -147,8 +166,8 @@ TEST_F(ImageTransfer, SendNeedsFourArguments) {
 }
 
 TEST_F(ImageTransfer, SendOfAnImageWithoutPixelsOrBeyondMemoryIsRefused) {
-    for (const auto& [height, width] :
-         std::vector<std::pair<uint32_t, uint32_t>>{{0, 5}, {5, 0}, {0xFFFFFFFF, 0xFFFFFFFF}, {0x10000, 0x10000}}) {
+    for (const auto& [height, width] : std::vector<std::pair<uint32_t, uint32_t>>{
+             {0, 5}, {5, 0}, {0xFFFFFFFF, 0xFFFFFFFF}, {0x10000, 0x10000}, {0x8000, 0x10000}}) {
         reportInfo(height, width);
         EXPECT_EQ(type("si out.tif 5 6 7"), "TamTest: image buffer allocation failed\n");
     }
@@ -160,6 +179,21 @@ TEST_F(ImageTransfer, SendThatIsNotCompletedIsTold) {
     completes = false;
     EXPECT_EQ(type("si out.tif 5 6 7"), "TamTest: didn't get send_image cmd complete status\n");
     EXPECT_FALSE(console::errorFlagged());
+}
+
+TEST_F(ImageTransfer, SendWaitsThirtySecondsForTheCommandAndTenForTheTransfer) {
+    reportInfo(1, 4);
+    ready = false;
+    EXPECT_EQ(durationOf("si out.tif 5 6 7"), 10010u);
+    completes = false;
+    EXPECT_EQ(durationOf("si out.tif 5 6 7"), 30010u);
+}
+
+TEST_F(ImageTransfer, SendWaitsTenSecondsForTheEndOfTheTransfer) {
+    reportInfo(1, 4);
+    fakeHoxi().toGive = counting(4);
+    done = false;
+    EXPECT_EQ(durationOf("si out.tif 5 6 7"), 10 + 10010u);
 }
 
 TEST_F(ImageTransfer, SendThatIsNotReadyIsTold) {
@@ -201,6 +235,19 @@ TEST_F(ImageTransfer, LastFlagBeforeTheEndIsAnErrorAndTheFileIsStillWritten) {
     EXPECT_EQ(type("si out.tif 5 6 7"),
               "TamTest: got last xfer tag before image end\nTamTest: didn't get xfer done confirmation\n");
     EXPECT_EQ(console::state.errorFlag, 9100u);
+    EXPECT_EQ(fakeTiff().files.at("out.tif").pixels, (Bytes{1, 2, 3, 4, 0, 0, 0, 0}));
+}
+
+TEST_F(ImageTransfer, LastFlagWithoutABlockIsAnErrorAndTheFileIsStillWritten) {
+    reportInfo(2, 4);
+    fakeHoxi().toGive = counting(8);
+    done = false;
+    rule = [](const std::string&, FakeHoxi::Channel& call) {
+        if (fakeHoxi().given == 4)
+            call = {.result = 0, .moved = 0, .flags = 2};
+    };
+    EXPECT_EQ(type("si out.tif 5 6 7"),
+              "TamTest: got last xfer tag before image end\nTamTest: didn't get xfer done confirmation\n");
     EXPECT_EQ(fakeTiff().files.at("out.tif").pixels, (Bytes{1, 2, 3, 4, 0, 0, 0, 0}));
 }
 
@@ -347,12 +394,51 @@ TEST_F(LoopTest, GoesOnBehindAFailedCallAndWritesTheCopy) {
     EXPECT_EQ(passes(), 1u);
 }
 
-TEST_F(LoopTest, EndsWhenAFailedCallMovesNothing) {
+TEST_F(LoopTest, AsksAgainAfterAFailedCallThatMovedNothing) {
+    int calls = 0;
+    rule = [&calls](const std::string& name, FakeHoxi::Channel& call) {
+        if (name == "GetImage" && ++calls <= 2)
+            call = {9050, 0, 0};
+    };
+    EXPECT_EQ(type("silt in.tif out.tif 5"),
+              "TamTest: failed in HoxiGetImage - 9050\nTamTest: failed in HoxiGetImage - 9050\n");
+    EXPECT_EQ(fakeTiff().files.at("out.tif").pixels, fakeHoxi().toGive);
+}
+
+TEST_F(LoopTest, EndsAtTheThirdFailedCallInARowThatMovesNothing) {
     rule = [](const std::string& name, FakeHoxi::Channel& call) {
         if (name == "GetImage")
             call = {9050, 0, 0};
     };
+    std::string thrice;
+    for (int i = 0; i < 3; ++i)
+        thrice += "TamTest: failed in HoxiGetImage - 9050\n";
+    EXPECT_EQ(type("silt in.tif out.tif 5"), thrice);
+    EXPECT_EQ(fakeTiff().files.at("out.tif").pixels, Bytes(8, 0));
+}
+
+TEST_F(LoopTest, EndsAtAFailedCallThatIsTheLast) {
+    int calls = 0;
+    rule = [&calls](const std::string& name, FakeHoxi::Channel& call) {
+        if (name == "GetImage") {
+            ++calls;
+            call.result = 9050;
+            call.flags = 2;
+        }
+    };
+    EXPECT_EQ(type("silt in.tif out.tif 5"),
+              "TamTest: failed in HoxiGetImage - 9050\nTamTest: got last xfer tag before image end\n");
+    EXPECT_EQ(calls, 1);
+}
+
+TEST_F(LoopTest, EndsAtAFailedCallThatFillsTheImage) {
+    int calls = 0;
+    rule = [&calls](const std::string& name, FakeHoxi::Channel& call) {
+        if (name == "GetImage" && ++calls == 2)
+            call.result = 9050;
+    };
     EXPECT_EQ(type("silt in.tif out.tif 5"), "TamTest: failed in HoxiGetImage - 9050\n");
+    EXPECT_EQ(calls, 2);
 }
 
 TEST_F(LoopTest, MisplacedLastFlagEndsItAndWritesTheCopy) {
@@ -363,6 +449,34 @@ TEST_F(LoopTest, MisplacedLastFlagEndsItAndWritesTheCopy) {
     EXPECT_EQ(type("silt in.tif out.tif 5"), "TamTest: got last xfer tag before image end\n");
     EXPECT_EQ(console::state.errorFlag, 9100u);
     EXPECT_EQ(fakeTiff().files.count("out.tif"), 1u);
+}
+
+TEST_F(LoopTest, WrittenCopyHasTheRecordOfTheFileWithItsTwoMarks) {
+    fakeTiff().files["in.tif"].info.first = 7;
+    fakeTiff().files["in.tif"].info.second = 8;
+    fakeHoxi().toGive[3] = 99;
+    type("silt in.tif out.tif 5");
+    const TiffFileInfo& written = fakeTiff().files.at("out.tif").info;
+    EXPECT_EQ(written.width, 4u);
+    EXPECT_EQ(written.height, 2u);
+    EXPECT_EQ(written.first, 1);
+    EXPECT_EQ(written.second, 0);
+}
+
+TEST_F(LoopTest, FileThatCannotBeReadIsToldAndNothingIsSent) {
+    fakeTiff().readResult = -2;
+    EXPECT_EQ(type("silt in.tif out.tif 5"), "TamTest: Error reading TIFF file\n");
+    EXPECT_TRUE(fakeHoxi().calls.empty());
+}
+
+TEST_F(LoopTest, RefusedSendEndsIt) {
+    rule = [this](const std::string& name, FakeHoxi::Channel&) {
+        if (name == "PutImage")
+            refusal = 9020;
+    };
+    EXPECT_EQ(type("silt in.tif out.tif 5"), "TamTest: Failure in HoxiPutCommand - 9020\n");
+    EXPECT_EQ(passes(), 1u);
+    EXPECT_EQ(fakeTiff().files.count("out.tif"), 0u);
 }
 
 TEST_F(LoopTest, FailedPutEndsIt) {
