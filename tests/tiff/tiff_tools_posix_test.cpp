@@ -114,6 +114,17 @@ TEST_F(TiffTools, LargeImageInOneCompressedStrip) {
     EXPECT_TRUE(read() == pixels);
 }
 
+// Nothing compresses better than an image of one color.
+TEST_F(TiffTools, BlankImageIsReadHoweverSmallItsFileIs) {
+    const TiffFileInfo wanted{8, 4000, 1500, 500, 1000, 1, 0};
+    const std::string pixels(4000 * 1500, '\0');
+    ASSERT_EQ(writeTiffFile(ours().c_str(), pixels.data(), &wanted), 0);
+    for (const char* compression : {"zip", "lzw", "packbits"}) {
+        copyWith({"-c", compression, "-r", "1500"});
+        EXPECT_TRUE(read() == pixels) << compression;
+    }
+}
+
 TEST_F(TiffTools, MostSignificantByteFirst) {
     copyWith({"-c", "lzw", "-B"});
     expectTheImage();

@@ -4,8 +4,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <atomic>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -15,45 +17,77 @@ namespace tifffile {
 namespace {
 
 constexpr int kMostAttempts = 100;
+constexpr int kMostLinks = 40;  // as many as the system follows
 
 struct Freed {
     void operator()(char* text) const { std::free(text); }
 };
 
-// The name with all links followed; as it is when there is no such file yet.
-std::string resolved(const char* fileName) {
-    const std::unique_ptr<char, Freed> real(::realpath(fileName, nullptr));
-    return real ? real.get() : fileName;
+// With the slash; empty when the name has no folder.
+std::string folderOf(const std::string& name) {
+    return name.substr(0, name.rfind('/') + 1);
 }
 
-// The permissions for a file of this name, those of the file that it replaces; none when it must not be written.
-std::optional<mode_t> permissions(const std::string& name) {
+// Where a link leads to, whether there is something or not; empty when the name is no link.
+std::string targetOf(const std::string& name) {
+    std::array<char, PATH_MAX> target;
+    const ssize_t length = ::readlink(name.c_str(), target.data(), target.size());
+    if (length <= 0)
+        return "";
+    const std::string text(target.data(), static_cast<size_t>(length));
+    return text.front() == '/' ? text : folderOf(name) + text;
+}
+
+// The name with all links followed, those to files that are not there yet as well.
+std::string resolved(const char* fileName) {
+    std::string name = fileName;
+    for (int links = 0; links < kMostLinks; ++links) {
+        const std::unique_ptr<char, Freed> real(::realpath(name.c_str(), nullptr));
+        if (real)
+            return real.get();
+        const std::string target = targetOf(name);
+        if (target.empty())
+            return name;
+        name = target;
+    }
+    return name;
+}
+
+// What a file of this name is written with.
+struct Permissions {
+    mode_t mode = 0666;
+    bool areExact = false;  // those of the file that it replaces; otherwise the user's mask counts as well
+};
+
+// None when the file must not be written.
+std::optional<Permissions> permissions(const std::string& name) {
     struct stat status {};
     if (::stat(name.c_str(), &status) != 0)
-        return errno == ENOENT ? std::optional<mode_t>(0666) : std::nullopt;
+        return errno == ENOENT ? std::optional(Permissions{}) : std::nullopt;
     if (!S_ISREG(status.st_mode) || ::access(name.c_str(), W_OK) != 0)
         return std::nullopt;
-    return status.st_mode & 0777;
+    return Permissions{status.st_mode & 0777, true};
 }
 
 // A short name in the folder of the file, whatever the length of its own.
 std::string temporaryName(const std::string& name) {
     static std::atomic<unsigned> counter{0};
-    const size_t slash = name.rfind('/');
-    const std::string folder = slash == std::string::npos ? "" : name.substr(0, slash + 1);
-    return folder + ".ovktiff-" + std::to_string(::getpid()) + "-" + std::to_string(counter++);
+    return folderOf(name) + ".ovktiff-" + std::to_string(::getpid()) + "-" + std::to_string(counter++);
 }
 
 // Fills in the temporary name; -1 and an empty name when no file can be opened.
 int openBeside(const std::string& name, std::string& temporary) {
-    const std::optional<mode_t> mode = permissions(name);
-    if (!mode || name.empty() || name.back() == '/')
+    const std::optional<Permissions> wanted = permissions(name);
+    if (!wanted || name.empty() || name.back() == '/')
         return -1;
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
         temporary = temporaryName(name);
-        const int number = ::open(temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, *mode);
-        if (number >= 0)
+        const int number = ::open(temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, wanted->mode);
+        if (number >= 0) {
+            if (wanted->areExact)
+                ::fchmod(number, wanted->mode);
             return number;
+        }
         if (errno != EEXIST)
             break;
     }

@@ -11,7 +11,8 @@ namespace tifffile {
 class NewFile {
 public:
     // Opens the file under its temporary name. What may not be overwritten is not opened: folders, devices, pipes,
-    // and files that the user may not write. A link stays, what it points to is replaced.
+    // files that the user may not write, and files in folders where the user may not make one. A symbolic link stays,
+    // what it points to is replaced or made; other hard links of the file keep the old one.
     explicit NewFile(const char* fileName);
     ~NewFile();
     NewFile(const NewFile&) = delete;

@@ -8,6 +8,8 @@
 namespace tifffile {
 namespace {
 
+constexpr int kMostAttempts = 100;
+
 // A file that takes its name only when it is whole: until then it stands under another name in the same folder, and
 // is removed when it is given up. What may not be overwritten is not opened.
 class NewFile {
@@ -44,13 +46,19 @@ private:
         static std::atomic<unsigned> counter{0};
         const size_t slash = name_.find_last_of(L"\\/:");
         const std::wstring folder = slash == std::wstring::npos ? L"" : name_.substr(0, slash + 1);
-        const std::wstring name =
-            folder + L".ovktiff-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(counter++);
-        HANDLE file = CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
-        if (file == INVALID_HANDLE_VALUE)
-            return;
-        CloseHandle(file);
-        temporaryName_ = name;
+        for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+            const std::wstring name =
+                folder + L".ovktiff-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(counter++);
+            HANDLE file =
+                CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+            if (file != INVALID_HANDLE_VALUE) {
+                CloseHandle(file);
+                temporaryName_ = name;
+                return;
+            }
+            if (GetLastError() != ERROR_FILE_EXISTS)
+                return;
+        }
     }
 
     std::wstring name_;
@@ -67,9 +75,11 @@ bool setUncompressed(IPropertyBag2& options) {
     return SUCCEEDED(options.Write(1, &option, &value));
 }
 
-// What is not known is left out, as far as the component lets it.
+// What is not known is left out, as far as the component lets it: it may refuse to know one without the other.
 bool setResolution(IWICBitmapFrameEncode& frame, const TiffFileInfo& info) {
-    return info.h_res == 0 || info.v_res == 0 || SUCCEEDED(frame.SetResolution(info.h_res, info.v_res));
+    if (info.h_res == 0 && info.v_res == 0)
+        return true;
+    return SUCCEEDED(frame.SetResolution(info.h_res, info.v_res)) || info.h_res == 0 || info.v_res == 0;
 }
 
 bool writeFrame(IWICBitmapEncoder& encoder, const uint8_t* pixels, const TiffFileInfo& info) {
