@@ -39,8 +39,8 @@ typedef struct TiffFileInfo {
 // the record is as it was.
 OVKTIFF_API int32_t getTiffFileInfo(const char* fileName, TiffFileInfo* info);
 
-// Fills the buffer, which holds the byte count that getTiffFileInfo gave: the file must still be the same. 0, -2 when reading failed (the buffer may
-// then hold a part of the image), -1 when the file cannot be opened or used.
+// Fills the buffer, which holds the byte count that getTiffFileInfo gave: the file must still be the same. 0, -2 when
+// reading failed (the buffer may then hold a part of the image), -1 when the file cannot be opened or used.
 OVKTIFF_API int32_t readTiffFile(const char* fileName, void* buffer);
 
 // Writes the image. 0, -3 when writing failed, -1 when the file cannot be opened. A file appears whole or not at all:

@@ -167,15 +167,14 @@ Answer runConfigRemoteBand(const Request& request) {
     return endedAs(request, lines.has_value());
 }
 
-// The gray levels from offset to white are spread over all levels, then go through the map.
-GrayMap stretched(const GrayMap& map, uint32_t offset, uint32_t white) {
+// The gray levels up to white are spread over all levels, then go through the map.
+GrayMap stretched(const GrayMap& map, uint32_t white) {
     GrayMap result = map;
-    if (white <= offset || white > 255) {
+    if (white == 0 || white > 255) {
         return result;
     }
     for (uint32_t level = 0; level < result.size(); ++level) {
-        const uint32_t above = std::clamp(level, offset, white) - offset;
-        result[level] = map[above * 255 / (white - offset)];
+        result[level] = map[std::min(level, white) * 255 / white];
     }
     return result;
 }
@@ -201,7 +200,7 @@ Answer runDisplayImage(const Request& request) {
     LocalDisplay& display = request.device.display;
     if (!pixels.empty()) {
         const GrayMap& map = isReview ? display.qualityMap : display.normalMap;
-        display.showImage({pixels, info.width, info.height, info.pitch}, stretched(map, offset, white));
+        display.showImage({pixels, info.width, info.height, info.pitch}, stretched(map, white), offset);
     }
     return answer(request.packet, hoxi::kComplete);
 }

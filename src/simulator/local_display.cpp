@@ -63,19 +63,20 @@ void LocalDisplay::writeBitmap(const Area& area, std::span<const uint8_t> pixels
     isChanged_ = true;
 }
 
-void LocalDisplay::showImage(const Picture& picture, const GrayMap& map) {
+void LocalDisplay::showImage(const Picture& picture, const GrayMap& map, uint32_t firstLine) {
     const Area& area = imageArea;
     const uint64_t mostWidth = within(area.x, area.width, kDisplayWidth);
-    const uint64_t mostHeight = within(area.y, area.height, kDisplayHeight);
-    if (!showsImages || mostWidth == 0 || mostHeight == 0) {
+    const uint64_t areaHeight = within(area.y, area.height, kDisplayHeight);
+    if (!showsImages || mostWidth == 0 || areaHeight <= firstLine) {
         return;
     }
+    const uint64_t mostHeight = areaHeight - firstLine;
     const uint64_t step =
         std::max({uint64_t{1}, dividedUp(picture.width, mostWidth), dividedUp(picture.height, mostHeight)});
     for (uint64_t y = 0; y * step < picture.height; ++y) {
         for (uint64_t x = 0; x * step < picture.width; ++x) {
             const uint8_t pixel = picture.pixels[static_cast<size_t>(y * step * picture.pitch + x * step)];
-            set(area.x + x, area.y + y, map[pixel]);
+            set(area.x + x, uint64_t{area.y} + firstLine + y, map[pixel]);
         }
     }
     isChanged_ = true;

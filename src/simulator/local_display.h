@@ -48,9 +48,9 @@ public:
     void fill(const Area& area, uint8_t pixel);
     // A bitmap comes with its bottom line first, as files of bitmaps have it.
     void writeBitmap(const Area& area, std::span<const uint8_t> pixels);
-    // Shows an image in the image area, scaled down evenly if it is larger, through a gray map. Nothing while images
-    // are off.
-    void showImage(const Picture& picture, const GrayMap& map);
+    // Shows an image in the image area from a line of it on, scaled down evenly if it is larger, through a gray map.
+    // Nothing while images are off.
+    void showImage(const Picture& picture, const GrayMap& map, uint32_t firstLine);
 
     // Whether what a person sees may have changed since the last call.
     bool takeChange() { return std::exchange(isChanged_, false); }

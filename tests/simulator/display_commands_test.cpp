@@ -181,8 +181,20 @@ TEST_F(DisplayCommandsTest, ImagesAreShownThroughTheMaps) {
     EXPECT_EQ(line(99, 40, 5), (Bytes{0, 11, 21, 31, 0}));
     stateAfter(19, 5, {7, 2, 3, 1, 1, 0, 255});
     EXPECT_EQ(line(99, 40, 5), (Bytes{0, 77, 77, 77, 0}));
-    stateAfter(19, 6, {7, 2, 3, 1, 0, 10, 30});
-    EXPECT_EQ(line(99, 40, 5), (Bytes{0, 1, 128, 0, 0}));
+    stateAfter(19, 6, {7, 2, 3, 1, 0, 0, 30});
+    EXPECT_EQ(line(99, 40, 5), (Bytes{0, 86, 171, 0, 0}));
+}
+
+TEST_F(DisplayCommandsTest, ImageBeginsAtTheOffset) {
+    open();
+    load(1, 2, 3, {1, 2, 3, 4, 5, 6});
+    stateAfter(66, 2, {0, 10, 3, 6});
+    stateAfter(19, 3, {7, 2, 3, 1, 0, 4, 255});
+    EXPECT_EQ(countOf(0), 1024u * 768u - 6);
+    EXPECT_EQ(line(0, 14, 4), (Bytes{1, 2, 3, 0}));
+    EXPECT_EQ(line(0, 15, 4), (Bytes{4, 5, 6, 0}));
+    stateAfter(19, 4, {7, 2, 3, 1, 0, 6, 255});
+    EXPECT_EQ(countOf(0), 1024u * 768u - 6);
 }
 
 TEST_F(DisplayCommandsTest, LargeImagesAreScaledDownEvenly) {
