@@ -63,8 +63,9 @@ HoxiResult putBlocks(PutFunction put, std::span<const uint8_t> data) {
 
 HoxiResult putWhole(PutFunction put, std::span<const uint8_t> data) {
     uint32_t moved = 0;
-    return put(state.currentScanner, data.data(), static_cast<uint32_t>(data.size()), &moved,
-               hoxi::kFirstTransfer | hoxi::kLastTransfer);
+    const HoxiResult result = put(state.currentScanner, data.data(), static_cast<uint32_t>(data.size()), &moved,
+                                  hoxi::kFirstTransfer | hoxi::kLastTransfer);
+    return result == 0 && moved != data.size() ? kTransferNotBelieved : result;
 }
 
 Received getBlocks(GetFunction get, std::span<uint8_t> buffer) {

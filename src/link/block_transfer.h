@@ -15,8 +15,7 @@ using GetFunction = HoxiResult (*)(uint32_t scanner, void* buffer, uint32_t byte
                                    uint32_t* flags);
 
 // The result of a call that succeeded and yet moved nothing, though more is to come, or claims to have moved more than
-// was asked. The tester's
-// own; the library has no such number.
+// was asked; and of one that was to move all at once and did not. The tester's own; the library has no such number.
 inline constexpr uint32_t kTransferNotBelieved = 9108;
 
 // Puts all of the data, the first block marked as the first and the last as the last. Returns the first failing result,

@@ -41,8 +41,9 @@ struct LinkState {
     platform::Mutex newStatusMutex;  // created once, kept for the life of the process
     std::array<Mailbox, hoxi::kMaxScanners> mailboxes{};
 
-    std::array<char, kModelSize + 1> model{};  // of the scanner last heard from, zero-terminated
-    int32_t i2cState = 0;                      // of the last report about a register read
+    // By scanner what it last said of itself, zero-terminated; empty until then.
+    std::array<std::array<char, kModelSize + 1>, hoxi::kMaxScanners> models{};
+    int32_t i2cState = 0;  // of the last report about a register read
 
     void (*startVideoThreads)() = nullptr;  // what else is started with the link
 };

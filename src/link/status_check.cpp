@@ -35,11 +35,11 @@ bool anyReportWaiting() {
 }
 
 // What later operations ask for is kept also when nothing is shown.
-void noteReport(const Report& report) {
+void noteReport(uint32_t scanner, const Report& report) {
     if (report.code == hoxi::STA_VERSION) {
-        state.model.fill('\0');
+        state.models[scanner].fill('\0');
         const std::string model = reportText(report, kModelOffset, kModelSize);
-        std::copy(model.begin(), model.end(), state.model.begin());
+        std::copy(model.begin(), model.end(), state.models[scanner].begin());
     }
     if (report.code == hoxi::STA_READ_I2C)
         state.i2cState = report.state;
@@ -56,7 +56,7 @@ void reportError(uint32_t scanner, Mailbox& mailbox) {
 }
 
 int showReport(uint32_t scanner, Mailbox& mailbox) {
-    noteReport(*mailbox.newest);
+    noteReport(scanner, *mailbox.newest);
     const int shown = displayReport(scanner, *mailbox.newest);
     mailbox.fetchResult = 0;
     mailbox.lastReportedError = 0;
@@ -81,6 +81,11 @@ int checkStatus() {
             reportError(scanner, mailbox);
     }
     return shown;
+}
+
+bool isServed(uint32_t scanner) {
+    const StatusLock lock;
+    return lock.held && scanner < state.scannerCount && state.mailboxes[scanner].threadRunning != 0;
 }
 
 std::optional<Report> heldReport(uint32_t scanner, uint32_t code) {

@@ -16,6 +16,9 @@ int checkStatus();
 // A copy of the latest report of this code, if there is one. Scanners and codes without a slot have none.
 std::optional<Report> heldReport(uint32_t scanner, uint32_t code);
 
+// Whether a status thread fetches the scanner's reports: without one nothing more will come.
+bool isServed(uint32_t scanner);
+
 // Empties the current scanner's slot for the code, so that a wait sees only what comes from now on.
 void discardReport(uint32_t code);
 

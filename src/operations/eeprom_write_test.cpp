@@ -9,6 +9,7 @@
 #include "hoxi/hoxi_codes.h"
 #include "link/command_channel.h"
 #include "link/link_state.h"
+#include "link/status_check.h"
 #include "link/waits.h"
 
 namespace operations {
@@ -39,6 +40,15 @@ std::optional<uint16_t> readAddress(const char* tooLarge) {
     return std::nullopt;
 }
 
+// Whether the command has ended without being complete, or its end will never be heard of.
+bool failedOrLost(uint32_t tag) {
+    const uint32_t scanner = scannerlink::state.currentScanner;
+    const auto report = scannerlink::heldReport(scanner, hoxi::STA_COMMAND);
+    const bool ended = report && report->tag == tag && report->state != hoxi::kPending &&
+                       report->state != hoxi::kInProgress && report->state != hoxi::kComplete;
+    return ended || !scannerlink::isServed(scanner);
+}
+
 // Waits until the command of the tag is complete. ESC fails the wait, any other key has it taken for a success.
 bool completedOrAbandoned(uint32_t tag) {
     consolePrint(
@@ -49,6 +59,8 @@ bool completedOrAbandoned(uint32_t tag) {
             return console::readStruckKey() != platform::kEscapeKey;
         if (scannerlink::waitForStatus(hoxi::STA_COMMAND, hoxi::kComplete, tag, kPollMs))
             return true;
+        if (failedOrLost(tag))
+            return false;
     }
 }
 

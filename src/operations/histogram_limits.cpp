@@ -2,6 +2,8 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <limits>
 
 #include "console/console_state.h"
 #include "console/output.h"
@@ -31,11 +33,22 @@ int edge(const Histogram& histogram, int first, int last, int step, size_t thres
     return 0;
 }
 
+// The level and, behind a tab, the count.
 void takeLine(Tally& tally, const char* line) {
-    char* rest = nullptr;
-    const unsigned long level = std::strtoul(line, &rest, 10);
-    const long count = *rest == '\t' ? std::strtol(rest + 1, nullptr, 10) : 0;
+    const char* tab = std::strchr(line, '\t');
+    const unsigned long level = std::strtoul(line, nullptr, 10);
+    const long count = tab != nullptr ? std::strtol(tab + 1, nullptr, 10) : 0;
     tally[level < kLevels ? level : 0] = static_cast<int32_t>(count);
+}
+
+// Fills the line with as much as it holds; the rest of a longer one is passed over. False at the end of the file.
+bool readLine(std::FILE* file, std::array<char, kLineSize>& line) {
+    if (std::fgets(line.data(), static_cast<int>(line.size()), file) == nullptr)
+        return false;
+    if (std::strchr(line.data(), '\n') == nullptr)
+        for (int byte = std::getc(file); byte != EOF && byte != '\n';)
+            byte = std::getc(file);
+    return true;
 }
 
 bool writeLines(File file, const Tally& tally) {
@@ -46,12 +59,30 @@ bool writeLines(File file, const Tally& tally) {
     return std::fclose(file.release()) == 0 && written;
 }
 
+void countOne(int32_t& count) {
+    if (count < std::numeric_limits<int32_t>::max())
+        ++count;
+}
+
 void addToTally(const std::string& name, const HistogramLimits& limits) {
-    Tally tally = readTally(name);
-    ++tally[limits.bottom];
-    ++tally[limits.top];
-    if (!writeTally(name, tally))
+    std::optional<Tally> tally = readTally(name);
+    if (tally) {
+        countOne((*tally)[limits.bottom]);
+        countOne((*tally)[limits.top]);
+    }
+    if (!tally || !writeTally(name, *tally))
         console::output("TamTest: can't write %s\n", name.c_str());
+}
+
+// A name beside the file that nothing has; empty when all that are tried are taken.
+std::string freshName(const std::string& name) {
+    constexpr int kMostAttempts = 100;
+    for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+        const std::string fresh = name + ".new" + (attempt == 0 ? "" : std::to_string(attempt));
+        if (platform::kindOf(fresh) == platform::FileKind::kNone)
+            return fresh;
+    }
+    return "";
 }
 
 }  // namespace
@@ -64,25 +95,27 @@ HistogramLimits histogramLimits(std::span<const uint8_t> pixels) {
     return {.bottom = edge(histogram, 1, 254, 1, threshold), .top = edge(histogram, 255, 1, -1, threshold)};
 }
 
-Tally readTally(const std::string& name) {
+std::optional<Tally> readTally(const std::string& name) {
     Tally tally{};
+    if (platform::kindOf(name) == platform::FileKind::kNone)
+        return tally;
     const File file = console::openRegularFile(name, "r");
     if (!file)
-        return tally;
-    char line[kLineSize];
+        return std::nullopt;
+    std::array<char, kLineSize> line;
     for (size_t lines = 0; lines < kLevels; ++lines) {
-        if (std::fgets(line, sizeof line, file.get()) == nullptr) {
+        if (!readLine(file.get(), line)) {
             console::consolePrint(" fgets failed\n");
             break;
         }
-        takeLine(tally, line);
+        takeLine(tally, line.data());
     }
     return tally;
 }
 
 bool writeTally(const std::string& name, const Tally& tally) {
-    const std::string fresh = name + ".new";
-    File file(std::fopen(fresh.c_str(), "w"));
+    const std::string fresh = freshName(name);
+    File file(fresh.empty() ? nullptr : std::fopen(fresh.c_str(), "w"));
     if (!file)
         return false;
     if (writeLines(std::move(file), tally) && platform::replaceFile(fresh, name))

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -22,8 +23,8 @@ HistogramLimits histogramLimits(std::span<const uint8_t> pixels);
 using Tally = std::array<int32_t, kLevels>;
 
 // Reads a tally of up to 256 lines "level<tab>count"; counts of a file that does not exist are 0. A file that ends
-// early is said on the console, and what was read counts.
-Tally readTally(const std::string& name);
+// early is said on the console, and what was read counts. None when there is something that cannot be read.
+std::optional<Tally> readTally(const std::string& name);
 
 // Writes the tally, level 255 first, in the place of the old file at once: a crash leaves the one or the other. False
 // when it cannot be written; the old file is then as before.

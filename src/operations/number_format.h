@@ -11,7 +11,8 @@ namespace operations {
 class NumberFormat {
 public:
     // Accepts text with at most one conversion of an integer (d i u x X o c), with flags, a width and a precision of
-    // up to three digits each, and "%%". None for anything else: it would read what is not there.
+    // up to three digits each, and an l that makes no difference, and "%%". None for anything else: it would read what
+    // is not there.
     static std::optional<NumberFormat> parse(std::string_view text);
 
     // The number in this format.

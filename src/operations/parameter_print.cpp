@@ -21,6 +21,12 @@ std::string fieldText(std::span<const uint32_t> items, size_t item, size_t bytes
     return {begin, std::find(begin, begin + bytes, '\0')};
 }
 
+// A character of value 0 prints nothing, and ends nothing.
+std::string printable(std::string text) {
+    std::erase(text, '\0');
+    return text;
+}
+
 // The texts as far as the items hold them; returns the item behind the last one.
 size_t printIdentityTexts(std::span<const uint32_t> items) {
     static constexpr const char* kFormats[] = {"\n%s ", "%s ", "%s\n"};
@@ -38,7 +44,7 @@ size_t printIdentityTexts(std::span<const uint32_t> items) {
 size_t printItems(std::span<const uint32_t> items, size_t first, const NumberFormat& format) {
     const size_t end = std::min(items.size(), kMostItemsShown);
     for (size_t item = first; item < end; ++item)
-        output("%s%s", item % kItemsInRow == 0 ? "\n" : " ", format.format(items[item]).c_str());
+        output("%s%s", item % kItemsInRow == 0 ? "\n" : " ", printable(format.format(items[item])).c_str());
     return std::max(first, end);
 }
 

@@ -76,7 +76,8 @@ bool refreshModel() {
 }
 
 bool modelSuits(const char* name) {
-    const CodeFileRule* broken = brokenCodeFileRule(scannerlink::state.model.data(), name);
+    const auto& model = scannerlink::state.models[scannerlink::state.currentScanner];
+    const CodeFileRule* broken = brokenCodeFileRule(model.data(), name);
     if (broken == nullptr)
         return true;
     output("TamTest: invalid firmware file for this scanner\n");

@@ -28,9 +28,19 @@ bool beginsWithTextMark(std::string_view start) {
     return true;
 }
 
+// The next byte of a text; EOF at its end. An old mark of the end ends it as well.
+int nextByte(std::FILE* file) {
+    constexpr int kEndMark = 0x1A;
+    const int byte = std::getc(file);
+    if (byte != kEndMark)
+        return byte;
+    std::fseek(file, 0, SEEK_END);
+    return EOF;
+}
+
 void skipLine(std::FILE* file) {
-    for (int byte = std::getc(file); byte != EOF && byte != '\n';)
-        byte = std::getc(file);
+    for (int byte = nextByte(file); byte != EOF && byte != '\n';)
+        byte = nextByte(file);
 }
 
 bool separates(int byte) {
@@ -40,7 +50,7 @@ bool separates(int byte) {
 // The next word, empty at the end of the file. Comments are passed over.
 std::string nextWord(std::FILE* file) {
     std::string word;
-    for (int byte = std::getc(file); byte != EOF; byte = std::getc(file)) {
+    for (int byte = nextByte(file); byte != EOF; byte = nextByte(file)) {
         if (separates(byte)) {
             if (!word.empty())
                 break;

@@ -6,8 +6,18 @@
 
 namespace platform {
 
-// Gives a file another name in the same folder, in place of the file that has it. False, and both are as they were,
-// when that cannot be done.
+enum class FileKind {
+    kNone,     // there is nothing of this name
+    kRegular,  // of any size
+    kOther,    // a folder, a device, a pipe, or nothing that can be looked at
+};
+
+// What there is of a name; links are followed.
+FileKind kindOf(const std::string& name);
+
+// Gives a file another name in the same folder, in place of the regular file that has it, or that a link of this name
+// leads to, and with the permissions of that file. False, and both are as they were, when that cannot be done: also
+// when the old file may not be written, or is no regular one.
 bool replaceFile(const std::string& fresh, const std::string& name);
 
 }  // namespace platform

@@ -102,6 +102,18 @@ TEST_F(BlockTransfer, WholeIsFirstAndLastWhateverTheBlockSize) {
     EXPECT_EQ(calls(), (Calls{{10, 3}}));
 }
 
+TEST_F(BlockTransfer, WholeThatIsNotMovedAsAWholeIsAFailure) {
+    for (const uint32_t moved : {0u, 9u, 11u}) {
+        fakeHoxi().onTransfer = [=](const std::string&, FakeHoxi::Channel& call) { call.moved = moved; };
+        EXPECT_EQ(putWhole(HoxiPutMemory, data), kTransferNotBelieved) << moved;
+    }
+}
+
+TEST_F(BlockTransfer, WholeThatFailsGivesItsResult) {
+    fakeHoxi().onTransfer = [](const std::string&, FakeHoxi::Channel& call) { call = {9050, 0, 0}; };
+    EXPECT_EQ(putWhole(HoxiPutMemory, data), 9050u);
+}
+
 TEST_F(BlockTransfer, GetsBlocksUntilTheLast) {
     fakeHoxi().toGive = data;
     const Received received = getBlocks(HoxiGetImage, buffer);

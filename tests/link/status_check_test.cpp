@@ -122,7 +122,26 @@ TEST_F(StatusCheck, KeepsTheModelOfAVersionReportEvenWhenQuiet) {
     state.quiet = 1;
     support::setBytes(state.mailboxes[0].newest.emplace(makeReport(4, 3, 1)), 28, "MX1300");
     EXPECT_EQ(check(), "");
-    EXPECT_STREQ(state.model.data(), "MX1300");
+    EXPECT_STREQ(state.models[0].data(), "MX1300");
+}
+
+TEST_F(StatusCheck, KeepsTheModelOfEveryScanner) {
+    startLink(2);
+    for (const uint32_t scanner : {0u, 1u})
+        support::setBytes(state.mailboxes[scanner].newest.emplace(makeReport(4, 3, 1)), 28,
+                          scanner == 0 ? "MX1300" : "MXRB-2");
+    check();
+    EXPECT_STREQ(state.models[0].data(), "MX1300");
+    EXPECT_STREQ(state.models[1].data(), "MXRB-2");
+}
+
+TEST_F(StatusCheck, ScannerIsServedWhileItsThreadRuns) {
+    startLink(2);
+    EXPECT_TRUE(isServed(0));
+    EXPECT_TRUE(isServed(1));
+    EXPECT_FALSE(isServed(2));
+    state.mailboxes[1].threadRunning = 0;
+    EXPECT_FALSE(isServed(1));
 }
 
 TEST_F(StatusCheck, AModelWithoutZeroEndsWithItsSixteenBytes) {
@@ -131,7 +150,7 @@ TEST_F(StatusCheck, AModelWithoutZeroEndsWithItsSixteenBytes) {
     setBytes(report, 28, std::string(32, 'M'));
     deliver(report);
     check();
-    EXPECT_EQ(std::string(state.model.data()), std::string(16, 'M'));
+    EXPECT_EQ(std::string(state.models[0].data()), std::string(16, 'M'));
 }
 
 TEST_F(StatusCheck, AShorterModelReplacesALongerOneWhole) {
@@ -142,7 +161,7 @@ TEST_F(StatusCheck, AShorterModelReplacesALongerOneWhole) {
         deliver(report);
         check();
     }
-    EXPECT_STREQ(state.model.data(), "MX1");
+    EXPECT_STREQ(state.models[0].data(), "MX1");
 }
 
 TEST_F(StatusCheck, KeepsTheStateOfARegisterReadReportEvenWhenQuiet) {

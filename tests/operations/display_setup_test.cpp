@@ -127,13 +127,36 @@ TEST_F(DisplaySetup, RefusedMapCommandPutsNothing) {
     refusal = 9020;
     EXPECT_EQ(type("cfgrmm 256"), "TamTest: Failure in HoxiPutCommand - 9020\n");
     EXPECT_EQ(type("cfgrmm " + file("abc")), "TamTest: Failure in HoxiPutCommand - 9020\n");
-    EXPECT_EQ(callNames(), (Names{"PutCommand", "PutCommand"}));
+    EXPECT_EQ(type("cfglcm 0 1 2 3"), "TamTest: Failure in HoxiPutCommand - 9020\n");
+    EXPECT_EQ(type("cfglcm " + file("abc")), "TamTest: Failure in HoxiPutCommand - 9020\n");
+    EXPECT_EQ(callNames(), Names(4, "PutCommand"));
+}
+
+TEST_F(DisplaySetup, RefusedPaletteOrBitmapCommandPutsNothing) {
+    refusal = 9020;
+    support::fakeTiff().files["in.tif"] = support::makeTiff(2, 3);
+    for (const std::string& line :
+         {std::string("cfglcp 1 2 3 4"), "cfglcp " + file("abcd"), std::string("wlco in.tif 7 8")})
+        EXPECT_EQ(type(line), "TamTest: Failure in HoxiPutCommand - 9020\n") << line;
+    EXPECT_EQ(type("wlcd " + file(bitmap(2, 1)) + " 0 0"), "TamTest: Failure in HoxiPutCommand - 9020\n");
+    EXPECT_EQ(callNames(), Names(4, "PutCommand"));
 }
 
 TEST_F(DisplaySetup, FailedPutIsToldAndFlagged) {
     fakeHoxi().onTransfer = [](const std::string&, FakeHoxi::Channel& call) { call.result = 9050; };
-    EXPECT_EQ(type("cfgrmm 256"), "TamTest: failed in HoxiPutMemory\n");
-    EXPECT_EQ(console::state.errorFlag, 9050u);
+    support::fakeTiff().files["in.tif"] = support::makeTiff(2, 3);
+    for (const char* line : {"cfgrmm 256", "cfglcm 0 1 2 3", "cfglcp 1 2 3 4", "wlco in.tif 7 8"}) {
+        console::state.errorFlag = 0;
+        EXPECT_EQ(type(line), "TamTest: failed in HoxiPutMemory\n") << line;
+        EXPECT_EQ(console::state.errorFlag, 9050u) << line;
+    }
+}
+
+TEST_F(DisplaySetup, TableThatIsNotTakenAsAWholeIsTold) {
+    fakeHoxi().onTransfer = [](const std::string&, FakeHoxi::Channel& call) { --call.moved; };
+    for (const char* line : {"cfgrmm 256", "cfglcm 0 1 2 3", "cfglcp 1 2 3 4"})
+        EXPECT_EQ(type(line), "TamTest: failed in HoxiPutMemory\n") << line;
+    EXPECT_EQ(console::state.errorFlag, 9108u);
 }
 
 TEST_F(DisplaySetup, LocalMapsAreNormalThenQuality) {
@@ -169,9 +192,38 @@ TEST_F(DisplaySetup, PaletteEntryIsSentWithoutWaiting) {
 }
 
 TEST_F(DisplaySetup, PaletteEntryNeedsFourNumbers) {
-    EXPECT_EQ(type("cfglcp 1 2 3").substr(0, 69),
-              "TamTest: Missing parameter - syntax for ConFiG_LoCal_Palt(cfglcp) is:");
+    for (const char* line : {"cfglcp", "cfglcp 1", "cfglcp 1 2", "cfglcp 1 2 3"})
+        EXPECT_EQ(type(line).substr(0, 69), "TamTest: Missing parameter - syntax for ConFiG_LoCal_Palt(cfglcp) is:");
     EXPECT_TRUE(fakeHoxi().calls.empty());
+    EXPECT_EQ(scannerlink::state.nextTag, 5u);
+}
+
+TEST_F(DisplaySetup, RemoteMapNeedsARangeOrAFile) {
+    EXPECT_EQ(type("cfgrmm").substr(0, 69), "TamTest: Missing parameter - syntax for ConFiG_ReMote_Map(cfgrmm) is:");
+    EXPECT_TRUE(fakeHoxi().calls.empty());
+    EXPECT_EQ(scannerlink::state.nextTag, 2u);
+}
+
+TEST_F(DisplaySetup, PaletteOfABitmapThatIsCutOffIsToldAndNotSent) {
+    const std::string whole = "BM" + bitmap(4, 4).substr(2);
+    const auto told = [&](size_t size) { return type("cfglcp " + file(whole.substr(0, size))); };
+    const std::string name = folder.file("file");
+    EXPECT_EQ(told(13), "TamTest: can't read file header from " + name + "\n");
+    EXPECT_EQ(told(53), "TamTest: can't read info header from " + name + "\n");
+    EXPECT_EQ(told(54 + 1023), "TamTest: can't read color map from " + name + "\n");
+    EXPECT_EQ(told(54 + 1024 + 15), "TamTest: can't read image from " + name + "\n");
+    EXPECT_EQ(type("cfglcp " + file("BM" + bitmap(0x10000, 0x10000, 0, 0).substr(2))), "TamTest: can't allocate image");
+    EXPECT_TRUE(fakeHoxi().calls.empty());
+}
+
+TEST_F(DisplaySetup, PaletteTextMayBeginInSmallLetters) {
+    EXPECT_EQ(type("cfglcp " + file("ascii\n1 2 3 4\n")), "");
+    EXPECT_EQ(bytesPut(), wordBytes({0x01020304}));
+}
+
+TEST_F(DisplaySetup, PaletteFileThatBeginsLikeABitmapInSmallLettersIsBinary) {
+    EXPECT_EQ(type("cfglcp " + file("bMxy")), "");
+    EXPECT_EQ(bytesPut(), (Bytes{'b', 'M', 'x', 'y'}));
 }
 
 TEST_F(DisplaySetup, PaletteOfABitmapHas128Entries) {
@@ -239,6 +291,7 @@ TEST_F(DisplaySetup, PaletteWithoutConfirmationIsNotSent) {
 TEST_F(DisplaySetup, PaletteThatIsNotCompletedIsTold) {
     completes = false;
     EXPECT_EQ(type("cfglcp " + file("abcd")), "TamTest: didn't get cfg_lcp cmd complete status\n");
+    EXPECT_EQ(fakePlatform().nowMs, 10010u);
 }
 
 TEST_F(DisplaySetup, FailedPalettePutIsToldAndNotAwaited) {
@@ -330,13 +383,30 @@ TEST_F(DisplaySetup, OverlayIsSentWithItsRowsReversed) {
     EXPECT_EQ(callNames(), (Names{"PutCommand", "PutBitmap"}));
 }
 
+TEST_F(DisplaySetup, OverlayTravelsInBlocks) {
+    support::fakeTiff().files["in.tif"] = support::makeTiff(100, 7);
+    type("wlco in.tif 7 8");
+    ASSERT_EQ(callNames(), (Names{"PutCommand", "PutBitmap", "PutBitmap"}));
+    EXPECT_EQ(fakeHoxi().calls[1].numbers, (std::vector<uint64_t>{0, 600, 1}));
+    EXPECT_EQ(fakeHoxi().calls[2].numbers, (std::vector<uint64_t>{0, 100, 2}));
+}
+
+TEST_F(DisplaySetup, OverlayNeedsFileAndPosition) {
+    for (const char* line : {"wlco", "wlco x", "wlco x 1"})
+        EXPECT_EQ(type(line).substr(0, 66), "TamTest: Missing parameter - syntax for Write_LoCal_Ovly(wlco) is:");
+    EXPECT_TRUE(fakeHoxi().calls.empty());
+    EXPECT_EQ(scannerlink::state.nextTag, 4u);
+}
+
 TEST_F(DisplaySetup, OverlayFailuresAreTold) {
     EXPECT_EQ(type("wlco none.tif 7 8"), "TamTest: can't open TIFF file none.tif\n");
     support::fakeTiff().files["in.tif"] = support::makeTiff(2, 3);
     support::fakeTiff().readResult = -2;
     EXPECT_EQ(type("wlco in.tif 7 8"), "TamTest: Error reading TIFF file\n");
+    support::fakeTiff().readResult = -1;
+    EXPECT_EQ(type("wlco in.tif 7 8"), "TamTest: Error opening TIFF file\n");
     EXPECT_TRUE(fakeHoxi().calls.empty());
-    EXPECT_EQ(scannerlink::state.nextTag, 3u);
+    EXPECT_EQ(scannerlink::state.nextTag, 4u);
 }
 
 }  // namespace

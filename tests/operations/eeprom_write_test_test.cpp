@@ -30,7 +30,7 @@ protected:
             uint32_t tag = 0;
             std::memcpy(&tag, packet.data() + 4, sizeof tag);
             if (tag != silentTag)
-                deliver(makeReport(133, 3, tag));
+                deliver(makeReport(133, tag == failedTag ? 6 : 3, tag));
             return tag == refusedTag ? 9020u : 0u;
         };
     }
@@ -57,6 +57,7 @@ protected:
 
     uint32_t silentTag = 0;
     uint32_t refusedTag = 0;
+    uint32_t failedTag = 0;
 };
 
 TEST_F(EepromWriteTest, WritesUpToTheEndAddressWithAWrappingPattern) {
@@ -120,11 +121,35 @@ TEST_F(EepromWriteTest, RefusedWriteEndsTheTest) {
     EXPECT_EQ(packetsPut().size(), 2u);
 }
 
+TEST_F(EepromWriteTest, WriteThatEndsInAFailureEndsTheTest) {
+    failedTag = 1;
+    EXPECT_EQ(type("eewt 5 9 0x12"), kWaiting + "Failed Write of pattern 0x5 to address  0x12\n");
+    EXPECT_EQ(packetsPut().size(), 1u);
+}
+
+TEST_F(EepromWriteTest, WriteThatIsUnderWayIsWaitedFor) {
+    silentTag = 1;
+    deliverAt(100, makeReport(133, 1, 1));
+    deliverAt(400, makeReport(133, 2, 1));
+    deliverAt(700, makeReport(133, 3, 1));
+    EXPECT_EQ(type("eewt 5 6 0x12"), kWaiting);
+    EXPECT_EQ(fakePlatform().nowMs, 700u);
+}
+
+TEST_F(EepromWriteTest, LostScannerEndsTheTest) {
+    silentTag = 2;
+    fakePlatform().at.emplace(300, [] { scannerlink::state.mailboxes[0].threadRunning = 0; });
+    EXPECT_EQ(type("eewt 5 9 0x12"), kWaiting + kWaiting + "Failed Write of pattern 0x6 to address  0x13\n");
+}
+
 TEST_F(EepromWriteTest, MessagesStayOutOfTheLog) {
     const support::TemporaryFolder folder;
     type("blog " + folder.file("log"));
     type("eewt 8192 1 1");
+    type("eewt 1 8192 1");
     type("eewt 1 2 1");
+    failedTag = 2;
+    EXPECT_NE(type("eewt 1 2 1").find("Failed Write"), std::string::npos);
     EXPECT_EQ(support::readFile(folder.file("log")), "");
     type("elog");
 }

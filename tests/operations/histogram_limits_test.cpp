@@ -52,7 +52,7 @@ class TallyFile : public support::TesterTest {
 protected:
     static Tally read(const std::string& name, const std::string& said = "") {
         Tally tally;
-        EXPECT_EQ(printed([&] { tally = readTally(name); }), said);
+        EXPECT_EQ(printed([&] { tally = readTally(name).value(); }), said);
         return tally;
     }
 
@@ -84,11 +84,25 @@ TEST_F(TallyFile, ThatEndsEarlyIsSaidAndCounts) {
 }
 
 TEST_F(TallyFile, OddLinesAreTakenAsTheyCome) {
-    support::writeFile(name, "10\nx\n300\t9\n20\tabc\n");
+    support::writeFile(name, "10\t5\n20\t5\n10\nx\n300\t9\n20\tabc\n30 \t7\n40x\t8\n");
     const Tally tally = read(name, " fgets failed\n");
     EXPECT_EQ(tally[10], 0);
     EXPECT_EQ(tally[0], 9);
     EXPECT_EQ(tally[20], 0);
+    EXPECT_EQ(tally[30], 7);
+    EXPECT_EQ(tally[40], 8);
+}
+
+TEST_F(TallyFile, LongLineIsOneLine) {
+    Tally tally{};
+    tally[0] = 3;
+    tally[1] = 4;
+    writeTally(name, tally);
+    const std::string text = support::readText(name);
+    support::writeFile(name, "255\t" + std::string(500, '0') + "6\n" + text.substr(text.find('\n') + 1));
+    const Tally seen = read(name);
+    EXPECT_EQ(seen[0], 3);
+    EXPECT_EQ(seen[1], 4);
 }
 
 TEST_F(TallyFile, IsReadUpTo256Lines) {
@@ -98,10 +112,21 @@ TEST_F(TallyFile, IsReadUpTo256Lines) {
     EXPECT_EQ(read(name)[7], 0);
 }
 
-TEST_F(TallyFile, ThatCannotBeWrittenLeavesTheOldOne) {
+TEST_F(TallyFile, ThatCannotBeWrittenIsToldByFalse) {
     EXPECT_FALSE(writeTally(folder.file("none/tally"), Tally{}));
     EXPECT_FALSE(writeTally(folder.path().string(), Tally{}));
     EXPECT_TRUE(std::filesystem::is_directory(folder.path()));
+}
+
+TEST_F(TallyFile, LeavesAFileThatHasItsTemporaryNameAlone) {
+    support::writeFile(name + ".new", "mine");
+    EXPECT_TRUE(writeTally(name, Tally{}));
+    EXPECT_EQ(support::readFile(name + ".new"), "mine");
+    EXPECT_EQ(read(name), Tally{});
+}
+
+TEST_F(TallyFile, ThatIsNoFileIsNotRead) {
+    EXPECT_FALSE(readTally(folder.path().string()));
 }
 
 class HistogramOperation : public TallyFile {
@@ -125,6 +150,29 @@ TEST_F(HistogramOperation, TalliesTheEdgesTwiceOverTwoRuns) {
     EXPECT_EQ(tally[10], 2);
     EXPECT_EQ(tally[250], 2);
     EXPECT_EQ(tally[100], 0);
+}
+
+TEST_F(HistogramOperation, CountStaysAtTheLargestNumber) {
+    support::writeFile(name, "250\t2147483647\n10\t2147483646\n");
+    EXPECT_EQ(type("histl in.tif " + name), " fgets failed\n");
+    const Tally tally = read(name);
+    EXPECT_EQ(tally[250], 2147483647);
+    EXPECT_EQ(tally[10], 2147483647);
+}
+
+TEST_F(HistogramOperation, TallyThatIsNoFileIsToldAndLeftAlone) {
+    const std::string folderName = folder.path().string();
+    EXPECT_EQ(type("histl in.tif " + folderName), "TamTest: can't write " + folderName + "\n");
+    EXPECT_TRUE(std::filesystem::is_directory(folder.path()));
+}
+
+TEST_F(HistogramOperation, ConsoleMessagesStayOutOfTheLog) {
+    type("blog " + folder.file("log"));
+    support::writeFile(name, "1\t1\n");
+    EXPECT_EQ(type("histl in.tif " + name), " fgets failed\n");
+    EXPECT_EQ(type("histl in.tif"), " Bottom edge 10 top edge 250\n");
+    EXPECT_EQ(support::readFile(folder.file("log")), "");
+    type("elog");
 }
 
 TEST_F(HistogramOperation, CoincidingEdgesCountTwiceEachRun) {

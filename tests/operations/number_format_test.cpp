@@ -20,6 +20,12 @@ TEST(NumberFormat, TakesEveryIntegerConversion) {
     EXPECT_EQ(shown("%c", 'A'), "A");
 }
 
+TEST(NumberFormat, TakesALongForWhatItIs) {
+    EXPECT_EQ(shown("%ld", 0xFFFFFFFF), "-1");
+    EXPECT_EQ(shown("all: %08lX!", 0xBEEF), "all: 0000BEEF!");
+    EXPECT_EQ(shown("%lc", 'A'), "A");
+}
+
 TEST(NumberFormat, TakesFlagsWidthPrecisionAndTextAround) {
     EXPECT_EQ(shown("<%08x>", 0xBEEF), "<0000beef>");
     EXPECT_EQ(shown("%-5d|", 42), "42   |");
@@ -39,8 +45,8 @@ TEST(NumberFormat, RefusesMoreThanOneConversion) {
 }
 
 TEST(NumberFormat, RefusesWhatWouldReadSomethingElse) {
-    for (const char* format :
-         {"%s", "%n", "%f", "%p", "%*d", "%.*d", "%ld", "%hhd", "%", "%5", "%-", "%.", "%5.3", "%5%", "%d%"})
+    for (const char* format : {"%s", "%n", "%f", "%p", "%*d", "%.*d", "%lld", "%hd", "%hhd", "%l", "%", "%5", "%-",
+                               "%.", "%5.3", "%5%", "%d%"})
         EXPECT_EQ(shown(format, 5), "refused") << format;
 }
 

@@ -107,8 +107,11 @@ TEST_F(ParameterSets, MissingSetOrValueTellsTheSyntaxAndUsesTheTag) {
 }
 
 TEST_F(ParameterSets, Set44WithoutValuesSendsNothing) {
-    type("sp 44");
+    const std::string text = type("sp 44");
+    EXPECT_EQ(text.substr(0, 31), "TamTest: invalid parameter set\n");
+    EXPECT_NE(text.find("TamTest: Missing parameter - syntax for Set_Parameters(sp) is:\n"), std::string::npos);
     EXPECT_TRUE(fakeHoxi().calls.empty());
+    EXPECT_EQ(scannerlink::state.nextTag, 2u);
 }
 
 TEST_F(ParameterSets, IdentitySetTakesThreeTexts) {
@@ -164,10 +167,10 @@ TEST_F(ParameterSets, FileThatIsMissingOrAFolderFails) {
 }
 
 TEST_F(ParameterSets, SetWithoutConfirmationSendsNoValues) {
-    confirms = false;
+    confirms = completes = false;
     EXPECT_EQ(type("sp 13 5"), "TamTest: didn't get set_parm confirmation status\n");
     EXPECT_EQ(callNames(), Names{"PutCommand"});
-    EXPECT_GE(fakePlatform().nowMs, 30000u);
+    EXPECT_EQ(fakePlatform().nowMs, 30010u);
     EXPECT_FALSE(console::errorFlagged());
 }
 
@@ -185,7 +188,7 @@ TEST_F(ParameterSets, FailedPutIsToldAndFlagged) {
 TEST_F(ParameterSets, SetThatIsNotCompletedIsTold) {
     completes = false;
     EXPECT_EQ(type("sp 13 5"), "TamTest: didn't get set_parm cmd complete status\n");
-    EXPECT_GE(fakePlatform().nowMs, 30000u);
+    EXPECT_EQ(fakePlatform().nowMs, 30010u);
 }
 
 TEST_F(ParameterSets, RefusedCommandEndsTheOperation) {
@@ -199,6 +202,72 @@ TEST_F(ParameterSets, GetShowsTheValuesInTheGivenFormat) {
     EXPECT_EQ(type("gp 1 0x%02x"), "\n0x10 0xff\n");
     EXPECT_EQ(packet(), wordBytes({91, 1, 8, 1, 8}));
     EXPECT_EQ(fakeHoxi().calls[1].numbers, (std::vector<uint64_t>{0, 8}));
+}
+
+TEST_F(ParameterSets, GetMovesInBlocksOfTheScanner) {
+    fakeHoxi().toGive = wordBytes({1, 2, 3, 4, 5});
+    EXPECT_EQ(type("gp 5"), "\n1 2 3 4 5\n");
+    ASSERT_EQ(callNames(), (Names{"PutCommand", "GetMemory", "GetMemory"}));
+    EXPECT_EQ(fakeHoxi().calls[1].numbers, (std::vector<uint64_t>{0, 16}));
+    EXPECT_EQ(fakeHoxi().calls[2].numbers, (std::vector<uint64_t>{0, 4}));
+}
+
+TEST_F(ParameterSets, GetOfTheIdentitySetShowsItsTexts) {
+    fakeHoxi().dataBufSize = 64;
+    startLink();
+    fakeHoxi().toGive = wordBytes({0x006D6154, 0, 0x0031584D, 0, 0, 0, 0x00312D53, 0, 0, 0, 2024, 3, 15, 500});
+    EXPECT_EQ(type("gp 0"), "\nTam MX1 S-1\n 2024 3 15 500\n");
+}
+
+TEST_F(ParameterSets, GetOfSet75ShowsTriplesWhateverTheFormat) {
+    fakeHoxi().dataBufSize = 200;
+    startLink();
+    std::vector<uint32_t> words(31);
+    std::string expected = "\n0";
+    for (uint32_t i = 1; i < words.size(); ++i) {
+        words[i] = i;
+        expected += (i % 3 == 1 ? "\n" : "") + std::to_string(i) + " ";
+    }
+    fakeHoxi().toGive = wordBytes(words);
+    EXPECT_EQ(type("gp 75 %x"), expected + "\n");
+}
+
+TEST_F(ParameterSets, CharacterZeroPrintsNothing) {
+    fakeHoxi().toGive = wordBytes({'A', 0});
+    EXPECT_EQ(type("gp 1 <%c>"), "\n<A> <>\n");
+}
+
+TEST_F(ParameterSets, OperationsTellTheirSyntaxWithoutTheirSetAndUseTheTag) {
+    EXPECT_EQ(type("gp").substr(0, 63), "TamTest: Missing parameter - syntax for Get_Parameters(gp) is:\n");
+    EXPECT_EQ(type("gdp").substr(0, 68), "TamTest: Missing parameter - syntax for Get_Def_Parameters(gdp) is:\n");
+    EXPECT_EQ(type("cp").substr(0, 65), "TamTest: Missing parameter - syntax for Check_Parameters(cp) is:\n");
+    EXPECT_NE(type("scp").find("TamTest: Missing parameter - syntax for Set_Camera_Parameters(scp) is:\n"),
+              std::string::npos);
+    EXPECT_TRUE(fakeHoxi().calls.empty());
+    EXPECT_EQ(scannerlink::state.nextTag, 5u);
+}
+
+TEST_F(ParameterSets, RefusedCommandsEndTheOtherOperationsAsWell) {
+    refusal = 9020;
+    fakePlatform().input = "YES\n";
+    for (const char* line : {"gp 1", "gdp 1", "gcp", "cp 1"})
+        EXPECT_EQ(type(line), "TamTest: Failure in HoxiPutCommand - 9020\n") << line;
+    EXPECT_NE(type("svp").find("TamTest: Failure in HoxiPutCommand - 9020\n"), std::string::npos);
+    EXPECT_EQ(callNames(), Names(5, "PutCommand"));
+}
+
+TEST_F(ParameterSets, GetWithAnotherConfirmationValueFetchesNothing) {
+    confirmation = 2;
+    EXPECT_EQ(type("gp 1"), "TamTest: didn't get get_parm confirmation status\n");
+    EXPECT_EQ(callNames(), Names{"PutCommand"});
+}
+
+TEST_F(ParameterSets, GetThatEndsInAFailureIsToldAtOnce) {
+    completes = false;
+    fakeHoxi().toGive = wordBytes({7});
+    deliverAt(50, makeReport(133, 6, 1));
+    EXPECT_EQ(type("gp 13"), "\n7\nTamTest: didn't get get_parm cmd complete status\n");
+    EXPECT_EQ(fakePlatform().nowMs, 50u);
 }
 
 TEST_F(ParameterSets, GetShowsDecimalsWithoutAFormat) {
@@ -237,9 +306,11 @@ TEST_F(ParameterSets, LastBlockThatComesEarlyEndsTheGetting) {
 }
 
 TEST_F(ParameterSets, GetWithoutConfirmationFetchesNothing) {
-    confirms = false;
+    confirms = completes = false;
     EXPECT_EQ(type("gp 1"), "TamTest: didn't get get_parm confirmation status\n");
     EXPECT_EQ(callNames(), Names{"PutCommand"});
+    EXPECT_EQ(fakePlatform().nowMs, 30010u);
+    EXPECT_FALSE(console::errorFlagged());
 }
 
 TEST_F(ParameterSets, FailedGetIsToldAndFlagged) {
@@ -252,6 +323,7 @@ TEST_F(ParameterSets, GetThatIsNotCompletedIsToldBehindTheValues) {
     completes = false;
     fakeHoxi().toGive = wordBytes({7});
     EXPECT_EQ(type("gp 13"), "\n7\nTamTest: didn't get get_parm cmd complete status\n");
+    EXPECT_EQ(fakePlatform().nowMs, 30010u);
 }
 
 TEST_F(ParameterSets, CameraParametersAreSet63) {

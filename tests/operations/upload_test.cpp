@@ -237,6 +237,55 @@ TEST_F(Upload, ScannerCodeWithoutVersionCompletionLeavesTheTesterQuiet) {
     versionCompletes = false;
     EXPECT_EQ(type("rcof MX-1100.DSP.1.23.ovk"), "TamTest: didn't get CMD_SEND_VERS cmd complete status\n");
     EXPECT_EQ(scannerlink::state.quiet, 1);
+    EXPECT_EQ(fakePlatform().nowMs, 30010u);
+}
+
+TEST_F(Upload, ScannerCodeWithoutAFileNameTakesNoTag) {
+    EXPECT_EQ(type("rcof").substr(0, 60), "TamTest: Missing parameter - syntax for Recv_COFf(rcof) is:\n");
+    EXPECT_TRUE(fakeHoxi().calls.empty());
+    EXPECT_EQ(scannerlink::state.nextTag, 1u);
+}
+
+TEST_F(Upload, ScannerCodeWhoseVersionRequestIsRefusedEndsAndIsHeardAgain) {
+    refusal = 9020;
+    EXPECT_EQ(type("rcof MX-1100.DSP.1.23.ovk"), "TamTest: Failure in HoxiPutCommand - 9020\n");
+    EXPECT_EQ(callNames(), Names{"PutCommand"});
+    EXPECT_EQ(scannerlink::state.quiet, 0);
+}
+
+TEST_F(Upload, ScannerCodeOfFourBytesIsRefusedBehindTheWarning) {
+    const std::string name = file("MX-1100.dsp.1.23.ovk", "1234");
+    EXPECT_EQ(type("rcof " + name), kDoNotUnplug + ("TamTest: failed reading coff/program data from " + name + "\n"));
+    EXPECT_EQ(support::packetsPut().size(), 1u);
+    EXPECT_EQ(scannerlink::state.nextTag, 3u);
+}
+
+TEST_F(Upload, ScannerCodeOfAnotherModelIsToldTheFormOfItsName) {
+    const std::pair<const char*, const char*> models[] = {
+        {"MX1200", "MX-1500.dsp.x.xx.ovk"},
+        {"MX1300", "MX-1500.dsp.x.xx.ovk"},
+        {"MXRB-2", "Tamsel.x.xx.ovk"},
+        {"MX1400", "Tamsel.x.xx.ovk"},
+    };
+    for (const auto& [name, form] : models) {
+        model = name;
+        EXPECT_EQ(
+            type("rcof MX-1100.DSP.1.23.ovk"),
+            std::string("TamTest: invalid firmware file for this scanner\nTamTest: should be in form ") + form + "\n")
+            << name;
+    }
+}
+
+TEST_F(Upload, ScannerCodeMustSuitTheModelOfTheCurrentScannerNotTheLastHeardFrom) {
+    startLink(2);
+    model.clear();
+    for (const uint32_t scanner : {0u, 1u}) {
+        scannerlink::Report version = makeReport(4, 3, 1);
+        support::setBytes(version, 28, scanner == 0 ? "MX1100" : "MX1400");
+        deliver(version, scanner);
+    }
+    const std::string text = type("rcof MX-1100.DSP.1.23.ovk");
+    EXPECT_EQ(text.substr(0, sizeof kDoNotUnplug - 1), kDoNotUnplug) << text;
 }
 
 }  // namespace

@@ -68,6 +68,13 @@ TEST_F(ValueFile, CarriageReturnsSeparate) {
     EXPECT_EQ(words("ASCII\r\n1 2\r\n3\r\n"), (std::vector<std::string>{"1", "2", "3"}));
 }
 
+TEST_F(ValueFile, OldMarkOfTheEndEndsTheText) {
+    EXPECT_EQ(words("ASCII\r\n1 2\r\n\x1A"), (std::vector<std::string>{"1", "2"}));
+    EXPECT_EQ(words("ASCII\n1 2\x1A 3\n4"), (std::vector<std::string>{"1", "2"}));
+    EXPECT_EQ(words("ASCII\n1 ; 2\x1A\n4"), std::vector<std::string>{"1"});
+    EXPECT_EQ(words("ASCII\x1A\n4"), std::vector<std::string>{});
+}
+
 TEST_F(ValueFile, LongLinesAreReadWhole) {
     std::string line;
     for (int i = 0; i < 2000; ++i)

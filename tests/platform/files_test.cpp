@@ -43,6 +43,13 @@ TEST_F(ReplacedFile, ThatIsNotThereLeavesTheOldOne) {
     EXPECT_EQ(support::readFile(name), "old");
 }
 
+TEST_F(ReplacedFile, KindIsThatOfWhatTheNameStandsFor) {
+    EXPECT_EQ(kindOf(fresh), FileKind::kRegular);
+    EXPECT_EQ(kindOf(name), FileKind::kNone);
+    EXPECT_EQ(kindOf(folder.path().string()), FileKind::kOther);
+    EXPECT_EQ(kindOf(folder.file("none/name")), FileKind::kNone);
+}
+
 TEST_F(ReplacedFile, MayHaveANameOfAnyBytes) {
     EXPECT_FALSE(replaceFile(folder.file("none\xFF"), folder.file("\xC3(\xA0")));
 }
