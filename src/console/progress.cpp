@@ -30,11 +30,15 @@ Progress::~Progress() {
 
 void Progress::update(uint64_t doneBytes) {
     const uint64_t now = platform::nowMs();
-    if (now < nextMs_ || doneBytes >= total_ || !platform::outputIsTerminal())
+    if (now < nextMs_ || doneBytes >= total_)
+        return;
+    const auto columns = static_cast<size_t>(platform::outputColumns());
+    if (columns == 0)
         return;
     nextMs_ = now + kIntervalMs;
     std::string text = progressText(doneBytes, total_, now - startMs_);
-    const size_t length = text.size();
+    const size_t length = std::min(text.size(), columns - 1);  // a full line would go on in the next
+    text.resize(length);
     text.resize(std::max(length, drawn_), ' ');
     drawn_ = text.size();
     draw("\r" + text);

@@ -9,8 +9,9 @@ namespace platform {
 // takes their place. Called first.
 void secureStandardStreams();
 
-// True when standard output is a terminal that a person looks at.
-bool outputIsTerminal();
+// How many characters a line has of the terminal that standard output is; 0 when it is none. A terminal that does not
+// tell is taken to have 80.
+int outputColumns();
 
 // What to end the process with so that whoever started it learns the result. Where the system keeps only part of an
 // exit code, a failure never reads as success.

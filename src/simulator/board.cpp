@@ -46,6 +46,13 @@ void LogicMemory::fillBank(uint32_t bank, uint32_t address, uint32_t count, uint
     fillings_.push_back({bank, address, count, value});
 }
 
+void Board::logError(uint32_t code, int32_t state) {
+    if (errorLog.size() == kMostErrors) {
+        errorLog.erase(errorLog.begin());
+    }
+    errorLog.push_back({code, state});
+}
+
 void Board::powerUp() {
     registers = {};
     logic = {};

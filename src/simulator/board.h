@@ -46,14 +46,24 @@ private:
     std::vector<Filling> fillings_;  // the latest last
 };
 
+// A command that could not be carried out.
+struct LoggedError {
+    uint32_t code;
+    int32_t state;
+};
+
 struct Board {
-    // Survives a reset; all else does not.
+    static constexpr size_t kMostErrors = 64;
+
+    // EEPROM and error log survive a reset; all else does not.
     std::vector<uint8_t> eeprom = std::vector<uint8_t>(kEepromSize, 0xFF);
+    std::vector<LoggedError> errorLog;  // the latest last
     DeviceRegisters registers;
     LogicMemory logic;
     std::array<uint32_t, kLedCount> leds{};
     uint32_t dfcMask = 0;
 
+    void logError(uint32_t code, int32_t state);
     void powerUp();
 };
 

@@ -1,4 +1,6 @@
 // Service commands: lights, masks, serial ports, EEPROM, registers and board tests.
+#include <algorithm>
+
 #include "hoxi/hoxi_codes.h"
 #include "simulator/command_rows.h"
 
@@ -162,6 +164,39 @@ Answer testRegister(const Request& request, const ReadWriteTest& test) {
     return answer(request.packet, hoxi::kComplete);
 }
 
+// Read or delete. A read tells the number of entries, and code and state of the latest ones as far as they fit.
+Answer testErrorLog(const Request& request, const ReadWriteTest& test) {
+    constexpr size_t kMostTold = 19;
+    std::vector<LoggedError>& log = request.device.board.errorLog;
+    if (test.options[0] > 1) {
+        return answer(request.packet, kBadParameter);
+    }
+    if (test.options[0] == 1) {
+        log.clear();
+        return answer(request.packet, hoxi::kComplete);
+    }
+    ReportWriter report = valueReport(request, hoxi::CMD_READ_WRITE_TEST, static_cast<int32_t>(log.size()));
+    report.u32(test.target);
+    for (size_t i = log.size() - std::min(log.size(), kMostTold); i < log.size(); ++i) {
+        report.u32(log[i].code).u32(static_cast<uint32_t>(log[i].state));
+    }
+    return answerWithData(request.packet, report);
+}
+
+// Which values, to be read or to be checked: they are all the same, and as they should be.
+Answer testVesk(const Request& request, const ReadWriteTest& test) {
+    constexpr uint32_t kLastRead = 3;
+    constexpr uint32_t kLastCheck = 7;
+    constexpr uint8_t kCamera = 1;
+    constexpr uint16_t kFirstGain = 43;
+    if (test.options[0] > kLastCheck) {
+        return answer(request.packet, kBadParameter);
+    }
+    const uint16_t value =
+        test.options[0] <= kLastRead ? request.device.board.registers.read(kCamera, kFirstGain) : uint16_t{0};
+    return answerValue(request, test, value);
+}
+
 Answer runReadWriteTest(const Request& request) {
     PayloadReader payload(request.packet.payload);
     ReadWriteTest test{payload.u32(), {}};
@@ -177,8 +212,10 @@ Answer runReadWriteTest(const Request& request) {
         case kLogicRegisters:
         case kCameraLogicRegisters:
             return testRegister(request, test);
+        case kErrorLog:
+            return testErrorLog(request, test);
         default:
-            return answer(request.packet, hoxi::kComplete);
+            return testVesk(request, test);
     }
 }
 

@@ -5,6 +5,7 @@
 #include <utility>
 #include <variant>
 
+#include "hoxi/hoxi_codes.h"
 #include "simulator/display_picture.h"
 
 namespace simulator {
@@ -75,11 +76,20 @@ void Scanner::execute(const CommandPacket& packet, uint64_t nowMs) {
     device_.captureDesk.advance(nowMs, device_);
     Reply reply(answerFaults_.meant(packet.code));
     Answer answer = runCommand(*this, packet, nowMs);
+    logErrors(packet.code, answer);
     const uint64_t startMs = std::max(nowMs, idleMs_);
     const uint64_t dueMs = queueAnswer(answer, reply, startMs);
     goOn(answer, reply, dueMs, startMs);
     idleMs_ = std::max(idleMs_, bootedMs_);
     saveDisplays();
+}
+
+void Scanner::logErrors(uint32_t code, const Answer& answer) {
+    for (const AnswerReport& entry : answer.reports) {
+        if (entry.stage == Stage::Complete && stateOf(entry.report) > hoxi::kComplete) {
+            device_.board.logError(code, stateOf(entry.report));
+        }
+    }
 }
 
 BlockResult Scanner::putData(Function function, std::span<const uint8_t> block, uint32_t flags, uint64_t nowMs) {

@@ -9,6 +9,7 @@
 #include <span>
 #include <vector>
 
+#include "simulator/answer.h"
 #include "simulator/command_packet.h"
 #include "simulator/commands.h"
 #include "simulator/device.h"
@@ -61,6 +62,7 @@ private:
     Progress progress(uint64_t nowMs) const { return {startMs_, nowMs, commands_, reports_}; }
     uint64_t queueAnswer(const Answer& answer, Reply& reply, uint64_t startMs);
     void goOn(Answer& answer, const Reply& reply, uint64_t dueMs, uint64_t startMs);
+    void logErrors(uint32_t code, const Answer& answer);
     void saveDisplays();
     ReportSource* nextSource(uint64_t nowMs, uint64_t& dueMs);
 

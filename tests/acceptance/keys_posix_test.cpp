@@ -126,6 +126,12 @@ TEST_F(Keys, EscAtThePromptDoesNotTakeTheNextLetterWithIt) {
     expectPromptAnswers();
 }
 
+TEST_F(Keys, EscTypedAheadOfALineDoesNotTakeItsFirstLetterWithIt) {
+    session.type("\x1Btag 31\r\x1B\x1Btag 32\r");
+    EXPECT_TRUE(session.waitFor("NEXT TAG: 31\r\n")) << session.output();
+    EXPECT_TRUE(session.waitFor("NEXT TAG: 32\r\n")) << session.output();
+}
+
 TEST_F(Keys, ControlArrowMovesByAWord) {
     session.type("tag 12\x1B[1;5D9\r");
     EXPECT_TRUE(session.waitFor("NEXT TAG: 912\r\n")) << session.output();

@@ -12,7 +12,7 @@ class ProgressLine : public support::TesterTest {
 protected:
     void SetUp() override {
         TesterTest::SetUp();
-        fakePlatform().outputIsTerminal = true;
+        fakePlatform().outputColumns = 80;
     }
 };
 
@@ -53,8 +53,18 @@ TEST_F(ProgressLine, IsDrawnAgainNowAndThen) {
     EXPECT_NE(text.find("\r40 of"), std::string::npos) << text;
 }
 
+TEST_F(ProgressLine, IsCutShortOfTheTerminalsWidth) {
+    fakePlatform().outputColumns = 20;
+    EXPECT_EQ(printed([] {
+                  Progress progress(100);
+                  fakePlatform().nowMs += 1000;
+                  progress.update(20);
+              }),
+              "\r20 of 100 bytes, 20\r" + std::string(19, ' ') + "\r");
+}
+
 TEST_F(ProgressLine, NeverReachesAPipeOrFile) {
-    fakePlatform().outputIsTerminal = false;
+    fakePlatform().outputColumns = 0;
     EXPECT_EQ(printed([] {
                   Progress progress(100);
                   fakePlatform().nowMs += 5000;

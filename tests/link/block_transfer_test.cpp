@@ -166,7 +166,7 @@ TEST_F(BlockTransfer, GetThatMovesNothingOrTooMuchIsAFailureAndWritesNothing) {
 }
 
 TEST_F(BlockTransfer, LongWorkShowsItsProgressAndErasesIt) {
-    fakePlatform().outputIsTerminal = true;
+    fakePlatform().outputColumns = 80;
     fakeHoxi().onTransfer = [](const std::string&, FakeHoxi::Channel&) { fakePlatform().nowMs += 600; };
     EXPECT_EQ(printed([this] { putBlocks(HoxiPutMemory, data); }),
               "\r8 of 10 bytes, 80 %, 0.0 MB/s, 0 s left\r" + std::string(39, ' ') + "\r");

@@ -225,12 +225,63 @@ TEST_F(BoardCommandsTest, MemoryBanksAreFilledAndRead) {
 TEST_F(BoardCommandsTest, OtherTestsAreComplete) {
     open();
     send(200, 1, {2, 4});
-    send(201, 2, {3, 1, 0, 0, 0, 0});
-    send(201, 3, {4, 7, 0, 0, 0, 0});
-    EXPECT_EQ(nextBriefs(6), "133:1:1 133:3:1 133:1:2 133:3:2 133:1:3 133:3:3");
+    EXPECT_EQ(nextBriefs(2), "133:1:1 133:3:1");
     send(201, 4, {5, 0, 0, 0, 0, 0});
     send(201, 5, {1, 0, 0, 0, 0});
     EXPECT_EQ(nextBriefs(4), "133:1:4 133:6:4 133:1:5 133:6:5");
+}
+
+TEST_F(BoardCommandsTest, ErrorLogTellsWhatCouldNotBeDoneUntilItIsDeleted) {
+    openText("[[scanner]]\noff_bus_ms = 0\nboot_ms = 0\n");
+    send(201, 1, {3, 0, 0, 0, 0, 0});
+    EXPECT_EQ(nextBriefs(3), "133:1:1 201:0:1 133:3:1");
+    send(104, 2, {8192});
+    send(12, 3, {1, 1, 1});
+    nextBriefs(4);
+    send(1, 4);
+    nextBriefs(2);
+    send(201, 5, {3, 0, 0, 0, 0, 0});
+    next();
+    const SeenReport log = next();
+    EXPECT_EQ(log.brief(), "201:2:5");
+    EXPECT_EQ(log.words(5), "3 104 6 12 5");
+    next();
+    send(201, 6, {3, 1, 0, 0, 0, 0});
+    EXPECT_EQ(nextBriefs(2), "133:1:6 133:3:6");
+    send(201, 7, {3, 0, 0, 0, 0, 0});
+    EXPECT_EQ(nextBriefs(3), "133:1:7 201:0:7 133:3:7");
+    send(201, 8, {3, 2, 0, 0, 0, 0});
+    EXPECT_EQ(nextBriefs(2), "133:1:8 133:6:8");
+}
+
+TEST_F(BoardCommandsTest, ErrorLogHoldsTheLatest64AndTellsTheLatest19) {
+    open();
+    for (uint32_t i = 0; i < 65; ++i) {
+        send(12, 1, {i, 1, 1});
+        nextBriefs(2);
+    }
+    send(104, 2, {8192});
+    nextBriefs(2);
+    send(201, 3, {3, 0, 0, 0, 0, 0});
+    next();
+    const SeenReport log = next();
+    EXPECT_EQ(log.brief(), "201:64:3");
+    EXPECT_EQ(log.size, 4u + 19 * 8);
+    EXPECT_EQ(log.word(20 + 4 + 18 * 8), 104u);
+}
+
+TEST_F(BoardCommandsTest, VeskCameraIsReadAndCheckedWithSuccess) {
+    open();
+    for (const uint32_t option : {0U, 3U}) {
+        send(201, 1, {4, option, 0, 0, 0, 0});
+        EXPECT_EQ(nextBriefs(3), "133:1:1 201:8:1 133:3:1") << option;
+    }
+    for (const uint32_t option : {4U, 7U}) {
+        send(201, 1, {4, option, 0, 0, 0, 0});
+        EXPECT_EQ(nextBriefs(3), "133:1:1 201:0:1 133:3:1") << option;
+    }
+    send(201, 2, {4, 8, 0, 0, 0, 0});
+    EXPECT_EQ(nextBriefs(2), "133:1:2 133:6:2");
 }
 
 }  // namespace

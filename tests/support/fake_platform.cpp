@@ -89,8 +89,8 @@ void setInputPrompt(const char* prompt) {
     fake.prompts.push_back(prompt);
 }
 
-bool outputIsTerminal() {
-    return fake.outputIsTerminal;
+int outputColumns() {
+    return fake.outputColumns;
 }
 
 bool inputReady() {

@@ -35,7 +35,7 @@ struct FakePlatform {
     std::string input;  // what standard input still holds
     bool inputIsTerminal = false;
     std::vector<std::string> prompts;  // set for lines to be edited
-    bool outputIsTerminal = false;
+    int outputColumns = 0;             // 0: standard output is no terminal
 
     bool hasVersion = true;
     uint32_t versionMost = 0x00010002;

@@ -56,6 +56,21 @@ TEST_F(TiffWritePosix, FullDiskIsAFailedWriteAndKeepsTheOlderFile) {
     EXPECT_EQ(filesInFolder(), 1u);
 }
 
+TEST_F(TiffWritePosix, ProcessThatEndsAmidTheWritingLeavesNothingBehind) {
+    put("older");
+    const auto dieWriting = [this] {
+        rlimit limit{};
+        limit.rlim_cur = limit.rlim_max = 1000;
+        setrlimit(RLIMIT_FSIZE, &limit);
+        std::signal(SIGXFSZ, SIG_DFL);
+        writeTo(file());
+        _exit(0);
+    };
+    EXPECT_EXIT(dieWriting(), ::testing::KilledBySignal(SIGXFSZ), "");
+    EXPECT_EQ(support::readFile(file()), "older");
+    EXPECT_EQ(filesInFolder(), 1u);
+}
+
 TEST_F(TiffWritePosix, DeviceIsNotReplaced) {
     EXPECT_EQ(writeTo("/dev/null"), -1);
     EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));

@@ -1,6 +1,7 @@
 #include "platform/keyboard.h"
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "terminal.h"
@@ -41,10 +42,7 @@ bool swallowRestOfSequence() {
     if (letter && isCursorOrFunctionLetter(*letter)) {
         return true;
     }
-    returnTerminalByte(*introducer);
-    if (letter) {
-        returnTerminalByte(*letter);
-    }
+    returnTerminalBytes(letter ? std::string{*introducer, *letter} : std::string{*introducer});
     return false;
 }
 

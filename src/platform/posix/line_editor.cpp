@@ -60,6 +60,19 @@ char* promptText(EditLine*) {
     return const_cast<char*>(editor.prompt);
 }
 
+// Whether what follows the escape code is that of a cursor or function key. Otherwise it is the key itself, struck to
+// leave scripts, maybe ahead of a line: it must not take the line's first letter with it.
+bool beginsSequence() {
+    if (!terminalByteWaiting()) {
+        return false;
+    }
+    const int next = readTerminalByte();
+    if (next >= 0) {
+        returnTerminalBytes(std::string{static_cast<char>(next)});
+    }
+    return next == '[' || next == 'O';
+}
+
 int readCharacter(EditLine* edit, wchar_t* character) {
     std::mbstate_t state{};
     for (;;) {
@@ -71,8 +84,8 @@ int readCharacter(EditLine* edit, wchar_t* character) {
             el_set(edit, EL_REFRESH);
             continue;
         }
-        if (byte == kEscapeKey && !terminalByteWaiting()) {
-            continue;  // the key by itself, as struck to leave scripts; it must not take the next letter with it
+        if (byte == kEscapeKey && !beginsSequence()) {
+            continue;
         }
         const char narrow = static_cast<char>(byte);
         const size_t used = std::mbrtowc(character, &narrow, 1, &state);

@@ -1,6 +1,7 @@
 #include "platform/process.h"
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace platform {
@@ -16,8 +17,13 @@ void secureStandardStreams() {
     }
 }
 
-bool outputIsTerminal() {
-    return isatty(STDOUT_FILENO) != 0;
+int outputColumns() {
+    constexpr int kUsualColumns = 80;
+    if (isatty(STDOUT_FILENO) == 0) {
+        return 0;
+    }
+    winsize size{};
+    return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : kUsualColumns;
 }
 
 int exitCode(uint32_t result) {

@@ -211,8 +211,8 @@ int readTerminalByte() {
     return kTerminalGone;
 }
 
-void returnTerminalByte(char byte) {
-    terminal.returned.push_back(byte);
+void returnTerminalBytes(std::string_view bytes) {
+    terminal.returned.insert(terminal.returned.begin(), bytes.begin(), bytes.end());
 }
 
 }  // namespace platform

@@ -3,6 +3,8 @@
 // Main thread only.
 #pragma once
 
+#include <string_view>
+
 namespace platform {
 
 inline constexpr int kTerminalGone = -1;
@@ -31,7 +33,7 @@ bool terminalByteWaiting();
 // kTerminalInterrupted when the process was stopped and continued meanwhile, so that the screen is no longer ours.
 int readTerminalByte();
 
-// Hands a byte back: the next readTerminalByte returns it. Several come out in the order handed back.
-void returnTerminalByte(char byte);
+// Hands bytes back: they are the next that readTerminalByte returns.
+void returnTerminalBytes(std::string_view bytes);
 
 }  // namespace platform

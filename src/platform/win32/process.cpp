@@ -1,15 +1,15 @@
 #include "platform/process.h"
 
-#include <io.h>
-#include <stdio.h>
+#include <windows.h>
 
 namespace platform {
 
 // The C library keeps the places of the standard streams free by itself.
 void secureStandardStreams() {}
 
-bool outputIsTerminal() {
-    return _isatty(_fileno(stdout)) != 0;
+int outputColumns() {
+    CONSOLE_SCREEN_BUFFER_INFO info{};
+    return GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &info) ? info.dwSize.X : 0;
 }
 
 int exitCode(uint32_t result) {

@@ -75,24 +75,51 @@ std::string temporaryName(const std::string& name) {
     return folderOf(name) + ".ovktiff-" + std::to_string(::getpid()) + "-" + std::to_string(counter++);
 }
 
-// Fills in the temporary name; -1 and an empty name when no file can be opened.
-int openBeside(const std::string& name, std::string& temporary) {
-    const std::optional<Permissions> wanted = permissions(name);
-    if (!wanted || name.empty() || name.back() == '/')
+// Where the system shows an open file, from where it can be given a name.
+std::string pathOf(int number) {
+    return "/proc/self/fd/" + std::to_string(number);
+}
+
+// A file without a name, which is gone when the process ends before it has one; -1 where there is no such thing.
+int openUnnamed(const std::string& name, mode_t mode) {
+    const std::string folder = folderOf(name);
+    const int number = ::open(folder.empty() ? "." : folder.c_str(), O_RDWR | O_TMPFILE | O_CLOEXEC, mode);
+    if (number >= 0 && ::access(pathOf(number).c_str(), F_OK) != 0) {
+        ::close(number);
         return -1;
+    }
+    return number;
+}
+
+// Has make(temporary name) give it to a file, until it is one that no other file has. The result of make, and an empty
+// name when it fails.
+template <typename Make>
+int withTemporaryName(const std::string& name, std::string& temporary, Make make) {
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
         temporary = temporaryName(name);
-        const int number = ::open(temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, wanted->mode);
-        if (number >= 0) {
-            if (wanted->areExact)
-                ::fchmod(number, wanted->mode);
-            return number;
-        }
+        const int result = make(temporary.c_str());
+        if (result >= 0)
+            return result;
         if (errno != EEXIST)
             break;
     }
     temporary.clear();
     return -1;
+}
+
+// Fills in the temporary name unless the file has none; -1 when no file can be opened.
+int openBeside(const std::string& name, std::string& temporary) {
+    const std::optional<Permissions> wanted = permissions(name);
+    if (!wanted || name.empty() || name.back() == '/')
+        return -1;
+    int number = openUnnamed(name, wanted->mode);
+    if (number < 0)
+        number = withTemporaryName(name, temporary, [&](const char* path) {
+            return ::open(path, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, wanted->mode);
+        });
+    if (number >= 0 && wanted->areExact)
+        ::fchmod(number, wanted->mode);
+    return number;
 }
 
 }  // namespace
@@ -105,7 +132,11 @@ NewFile::~NewFile() {
 }
 
 bool NewFile::keep() {
-    if (!file_.close() || std::rename(temporaryName_.c_str(), name_.c_str()) != 0)
+    if (temporaryName_.empty())
+        withTemporaryName(name_, temporaryName_, [this](const char* path) {
+            return ::linkat(AT_FDCWD, pathOf(file_.number()).c_str(), AT_FDCWD, path, AT_SYMLINK_FOLLOW);
+        });
+    if (temporaryName_.empty() || !file_.close() || std::rename(temporaryName_.c_str(), name_.c_str()) != 0)
         return false;
     temporaryName_.clear();
     return true;

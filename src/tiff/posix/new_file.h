@@ -1,5 +1,5 @@
-// A file that takes its name only when it is whole: until then it stands under another name in the same folder, and
-// is removed when it is given up.
+// A file that takes its name only when it is whole: until then it has no name in the same folder, or another one where
+// a file must have one, and is gone when it is given up.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@ namespace tifffile {
 
 class NewFile {
 public:
-    // Opens the file under its temporary name. What may not be overwritten is not opened: folders, devices, pipes,
+    // Opens the new file. What may not be overwritten is not opened: folders, devices, pipes,
     // files that the user may not write, and files in folders where the user may not make one. A symbolic link stays,
     // what it points to is replaced or made; other hard links of the file keep the old one.
     explicit NewFile(const char* fileName);
@@ -24,7 +24,7 @@ public:
 
 private:
     std::string name_;
-    std::string temporaryName_;
+    std::string temporaryName_;  // empty while the file has none
     FileDescriptor file_;
 };
 
