@@ -7,6 +7,7 @@
 
 #include "console/console_state.h"
 #include "console/tokenizer.h"
+#include "platform/process.h"
 
 namespace console {
 namespace {
@@ -14,9 +15,15 @@ namespace {
 // Longer names would not fit where the name is kept for Reset_LOG.
 constexpr size_t kMaxRememberedName = 255;
 
-int print(std::FILE* stream, const char* format, va_list arguments) {
-    const int count = std::vfprintf(stream, format, arguments);
-    std::fflush(stream);
+int printOut(const char* format, va_list arguments) {
+    const int count = std::vprintf(format, arguments);
+    platform::flushOutput();
+    return count;
+}
+
+int printLog(const char* format, va_list arguments) {
+    const int count = std::vfprintf(state.log, format, arguments);
+    std::fflush(state.log);
     return count;
 }
 
@@ -34,11 +41,11 @@ int output(const char* format, ...) {
     std::lock_guard lock(state.logMutex);
     va_list arguments;
     va_start(arguments, format);
-    int count = print(stdout, format, arguments);
+    int count = printOut(format, arguments);
     va_end(arguments);
     if (state.log != nullptr) {
         va_start(arguments, format);
-        count = print(state.log, format, arguments);
+        count = printLog(format, arguments);
         va_end(arguments);
     }
     return count;
@@ -47,7 +54,7 @@ int output(const char* format, ...) {
 int consolePrint(const char* format, ...) {
     va_list arguments;
     va_start(arguments, format);
-    const int count = print(stdout, format, arguments);
+    const int count = printOut(format, arguments);
     va_end(arguments);
     return count;
 }

@@ -13,9 +13,9 @@ namespace console {
 namespace {
 
 std::FILE* openScript(const char* name) {
-    File file = openRegularFile(name, "r");
+    File file = openRegularFile(name, "rb");
     if (!file)
-        file = openRegularFile(std::string(name) + ".scr", "r");
+        file = openRegularFile(std::string(name) + ".scr", "rb");
     return file.release();
 }
 
@@ -77,7 +77,12 @@ ScriptStart startScript(const char* name) {
 }
 
 int scriptByte() {
+    constexpr int kEndMark = 0x1A;  // an old mark of the end of a text
     const int byte = std::getc(state.script);
+    if (byte == kEndMark) {
+        std::fseek(state.script, 0, SEEK_END);
+        return EOF;
+    }
     if (byte != '\r')
         return byte;
     const int next = std::getc(state.script);

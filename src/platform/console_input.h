@@ -11,7 +11,8 @@ inline constexpr int kInputEmpty = -2;  // the operator ended an empty line at t
 
 // Prepares standard input; at a terminal, keys are seen from now on without Enter. The texts are kept by address.
 // prompt is what the program has printed before the line to be edited; words complete the line's first word.
-// The terminal is put back by closeConsoleInput, and on every other way out of the process.
+// The terminal is put back by closeConsoleInput, and when the process is broken off or, on POSIX, ended in any other
+// way.
 void openConsoleInput(const char* prompt, std::span<const char* const> words);
 void closeConsoleInput();
 

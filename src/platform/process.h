@@ -13,6 +13,10 @@ void secureStandardStreams();
 // tell is taken to have 80.
 int outputColumns();
 
+// Hands on what standard output still holds. Ends the process when nobody is left to read it: a pipe whose other end is
+// closed.
+void flushOutput();
+
 // What to end the process with so that whoever started it learns the result. Where the system keeps only part of an
 // exit code, a failure never reads as success.
 int exitCode(uint32_t result);

@@ -1,5 +1,5 @@
 // Threads, mutex and auto-reset events of the operating system. Creating one can fail, and the caller is told.
-// Handles are plain words: they may be copied, and live until the process ends unless destroyed.
+// Handles are plain words: they may be copied, and live until the process ends.
 #pragma once
 
 #include <cstdint>

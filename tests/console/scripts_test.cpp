@@ -137,6 +137,13 @@ TEST_F(Scripts, CarriageReturnsElsewhereStay) {
     EXPECT_EQ(lastLine, "c\r");
 }
 
+TEST_F(Scripts, OldMarkOfTheEndEndsTheScript) {
+    type("s " + write("a", "; one\r\n\x1A; two\n; three\n"));
+    EXPECT_EQ(round(), ">> ; one\n");
+    EXPECT_EQ(round(), ">> \n");
+    EXPECT_EQ(state.depth, 0);
+}
+
 TEST_F(Scripts, ZeroBytesReadAsBlanks) {
     type("s " + write("a.scr", std::string("t\0 5\0\nq\n", 8)));
     EXPECT_EQ(round(), ">> t  5 \n");

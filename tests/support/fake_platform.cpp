@@ -89,6 +89,10 @@ void setInputPrompt(const char* prompt) {
     fake.prompts.push_back(prompt);
 }
 
+void flushOutput() {
+    std::fflush(stdout);
+}
+
 int outputColumns() {
     return fake.outputColumns;
 }

@@ -4,6 +4,8 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <cstdio>
+
 namespace platform {
 
 void secureStandardStreams() {
@@ -24,6 +26,11 @@ int outputColumns() {
     }
     winsize size{};
     return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : kUsualColumns;
+}
+
+// The system's signal ends the process.
+void flushOutput() {
+    std::fflush(stdout);
 }
 
 int exitCode(uint32_t result) {

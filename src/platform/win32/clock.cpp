@@ -46,10 +46,19 @@ void waitUntilMs(std::condition_variable& condition, std::unique_lock<std::mutex
     condition.wait_until(lock, Clock::time_point(end));
 }
 
+// From the system itself: the C library takes the zone from an environment variable TZ, whose usual values it does not
+// understand, and is then off by hours.
 std::tm localTime() {
-    const std::time_t now = std::time(nullptr);
+    SYSTEMTIME now{};
+    GetLocalTime(&now);
     std::tm local{};
-    localtime_s(&local, &now);
+    local.tm_year = now.wYear - 1900;
+    local.tm_mon = now.wMonth - 1;
+    local.tm_mday = now.wDay;
+    local.tm_hour = now.wHour;
+    local.tm_min = now.wMinute;
+    local.tm_sec = now.wSecond;
+    local.tm_wday = now.wDayOfWeek;
     return local;
 }
 

@@ -13,9 +13,12 @@ namespace platform {
 namespace {
 
 constexpr DWORD kLineCharacters = 1024;
+constexpr size_t kOutputBuffer = 65536;  // longer than any message
 constexpr wchar_t kEndOfFileKey = 0x1A;
 
 std::atomic<UINT> foundCodePage{0};
+std::atomic<DWORD> foundOutputMode{0};  // 0: not changed
+bool takenOnInput = false;
 std::wstring leftOver;  // the first half of a character whose second half the buffer did not take
 
 HANDLE input() {
@@ -31,6 +34,17 @@ bool isConsole(HANDLE stream) {
 BOOL WINAPI putBackOnTheWayOut(DWORD) {
     putConsoleBack();
     return FALSE;
+}
+
+// A program before this one may have told the console not to.
+void beginLinesAtNewlines() {
+    constexpr DWORD kNoReturnAtNewline = 8;  // DISABLE_NEWLINE_AUTO_RETURN
+    DWORD mode = 0;
+    HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
+    if (GetConsoleMode(output, &mode) && (mode & kNoReturnAtNewline) != 0 &&
+        SetConsoleMode(output, mode & ~kNoReturnAtNewline)) {
+        foundOutputMode = mode;
+    }
 }
 
 std::string utf8(const std::wstring& text) {
@@ -61,7 +75,12 @@ bool consoleOnInput() {
     return isConsole(input());
 }
 
+bool consoleGone() {
+    return takenOnInput && !consoleOnInput();
+}
+
 void takeConsole() {
+    takenOnInput = consoleOnInput();
     UINT none = 0;
     const UINT found = GetConsoleOutputCP();
     if (found == 0 || !foundCodePage.compare_exchange_strong(none, found)) {
@@ -72,8 +91,9 @@ void takeConsole() {
     if (isConsole(GetStdHandle(STD_OUTPUT_HANDLE))) {
         // A character's bytes must reach the console together, and as they are: in text mode the C library would take
         // each for a character of its own. The console itself begins a new line at every newline.
-        std::setvbuf(stdout, nullptr, _IOFBF, BUFSIZ);
+        std::setvbuf(stdout, nullptr, _IOFBF, kOutputBuffer);
         _setmode(_fileno(stdout), _O_BINARY);
+        beginLinesAtNewlines();
     }
 }
 
@@ -82,12 +102,15 @@ void putConsoleBack() {
     if (found != 0) {
         SetConsoleOutputCP(found);
     }
+    const DWORD mode = foundOutputMode.exchange(0);
+    if (mode != 0) {
+        SetConsoleMode(GetStdHandle(STD_OUTPUT_HANDLE), mode);
+    }
 }
 
 LineEnd readConsoleText(std::string& text) {
     std::array<wchar_t, kLineCharacters> buffer;
     DWORD count = 0;
-    SetLastError(ERROR_SUCCESS);
     if (!ReadConsoleW(input(), buffer.data(), buffer.size(), &count, nullptr)) {
         return LineEnd::kGone;
     }

@@ -15,6 +15,9 @@ enum class LineEnd {
 // True when standard input is a console; a pipe, a file or nothing is none.
 bool consoleOnInput();
 
+// True when standard input was a console when it was taken, and is none any more.
+bool consoleGone();
+
 // Makes a console, if there is one, show what the process prints as UTF-8, until it is put back: by putConsoleBack,
 // or when the operator breaks the process off.
 void takeConsole();

@@ -18,7 +18,7 @@ bool introducesSecondCode(int code) {
 }  // namespace
 
 bool keyWaiting() {
-    return consoleOnInput() && _kbhit() != 0;
+    return consoleGone() || (consoleOnInput() && _kbhit() != 0);
 }
 
 int readKey() {

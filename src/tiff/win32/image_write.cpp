@@ -39,7 +39,20 @@ private:
     static bool mayReplace(const std::wstring& name) {
         constexpr DWORD kNotToReplace = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE | FILE_ATTRIBUTE_READONLY;
         const DWORD attributes = GetFileAttributesW(name.c_str());
-        return !name.empty() && (attributes == INVALID_FILE_ATTRIBUTES || (attributes & kNotToReplace) == 0);
+        if (name.empty() || attributes == INVALID_FILE_ATTRIBUTES)
+            return !name.empty();
+        return (attributes & kNotToReplace) == 0 && isOnDisk(name);
+    }
+
+    // Some devices have the attributes of ordinary files.
+    static bool isOnDisk(const std::wstring& name) {
+        HANDLE file = CreateFileW(name.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_EXISTING, 0, nullptr);
+        if (file == INVALID_HANDLE_VALUE)
+            return false;
+        const DWORD type = GetFileType(file);
+        CloseHandle(file);
+        return type == FILE_TYPE_DISK;
     }
 
     void open() {
