@@ -9,11 +9,15 @@ namespace platform {
 enum class FileKind {
     kNone,     // there is nothing of this name
     kRegular,  // of any size
-    kOther,    // a folder, a device, a pipe, or nothing that can be looked at
+    kFolder,
+    kOther,  // a device, a pipe, or nothing that can be looked at
 };
 
 // What there is of a name; links are followed.
 FileKind kindOf(const std::string& name);
+
+// Makes a folder within one that is there. False when there is none of this name afterwards.
+bool makeFolder(const std::string& name);
 
 // Gives a file another name in the same folder, in place of the regular file that has it, or that a link of this name
 // leads to, and with the permissions of that file. False, and both are as they were, when that cannot be done: also

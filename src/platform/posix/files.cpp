@@ -30,7 +30,14 @@ FileKind kindOf(const std::string& name) {
     if (::stat(name.c_str(), &status) != 0) {
         return errno == ENOENT ? FileKind::kNone : FileKind::kOther;
     }
+    if (S_ISDIR(status.st_mode)) {
+        return FileKind::kFolder;
+    }
     return S_ISREG(status.st_mode) ? FileKind::kRegular : FileKind::kOther;
+}
+
+bool makeFolder(const std::string& name) {
+    return ::mkdir(name.c_str(), 0777) == 0 || kindOf(name) == FileKind::kFolder;
 }
 
 bool replaceFile(const std::string& fresh, const std::string& name) {
@@ -39,6 +46,7 @@ bool replaceFile(const std::string& fresh, const std::string& name) {
             return std::rename(fresh.c_str(), name.c_str()) == 0;
         case FileKind::kRegular:
             return replaceRegular(fresh, name);
+        case FileKind::kFolder:
         case FileKind::kOther:
             break;
     }

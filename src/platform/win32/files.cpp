@@ -10,9 +10,8 @@ FileKind kindOf(const std::string& name) {
         const DWORD error = GetLastError();
         return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND ? FileKind::kNone : FileKind::kOther;
     }
-    constexpr DWORD kNotRegular = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE;
-    if ((attributes & kNotRegular) != 0) {
-        return FileKind::kOther;
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        return FileKind::kFolder;
     }
     // Some devices have the attributes of ordinary files.
     HANDLE file = CreateFileA(name.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
@@ -25,9 +24,15 @@ FileKind kindOf(const std::string& name) {
     return type == FILE_TYPE_DISK ? FileKind::kRegular : FileKind::kOther;
 }
 
+bool makeFolder(const std::string& name) {
+    return CreateDirectoryA(name.c_str(), nullptr) != 0 || kindOf(name) == FileKind::kFolder;
+}
+
 // The system itself refuses to replace read-only files, and a file has the permissions of its folder.
 bool replaceFile(const std::string& fresh, const std::string& name) {
-    return kindOf(name) != FileKind::kOther && MoveFileExA(fresh.c_str(), name.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
+    const FileKind kind = kindOf(name);
+    const bool mayReplace = kind == FileKind::kNone || kind == FileKind::kRegular;
+    return mayReplace && MoveFileExA(fresh.c_str(), name.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
 }
 
 }  // namespace platform
