@@ -4,6 +4,7 @@
 #include <span>
 
 #include "hoxi/hoxi.h"
+#include "platform/clock.h"
 #include "simulator/bus.h"
 #include "simulator/results.h"
 
@@ -14,23 +15,57 @@ using simulator::Function;
 using simulator::kBadArgument;
 using simulator::kNothingToTransfer;
 using simulator::kOk;
+using simulator::Scanner;
 
-// A block of the memory or the bitmap channel, from the program.
-HoxiResult putData(Function function, uint32_t scanner, const void* data, uint32_t byteCount, uint32_t* transferred,
-                   uint32_t flags) {
+// One call of a data channel; move(scanner, nowMs) moves the block. The block takes its time, in which other calls go
+// on.
+template <typename Move>
+HoxiResult moveBlock(Function function, uint32_t scanner, uint32_t* transferred, uint32_t* flags, Move move) {
+    simulator::BlockResult block;
+    int64_t blockMs = 0;
+    {
+        Call call(function, scanner);
+        if (call.result() != kOk) {
+            return call.result();
+        }
+        block = move(call.scanner(), call.nowMs());
+        blockMs = call.scanner().plan().blockMs;
+    }
+    simulator::bus().changed.notify_all();
+    if (blockMs > 0) {
+        platform::sleepMs(static_cast<uint32_t>(blockMs));
+    }
+    *transferred = block.moved;
+    if (flags != nullptr) {
+        *flags = block.flags;
+    }
+    return block.result;
+}
+
+using PutBlock = simulator::BlockResult (Scanner::*)(std::span<const uint8_t>, uint32_t, uint64_t);
+using GetBlock = simulator::BlockResult (Scanner::*)(std::span<uint8_t>, uint64_t);
+
+HoxiResult putData(Function function, PutBlock put, uint32_t scanner, const void* data, uint32_t byteCount,
+                   uint32_t* transferred, uint32_t flags) {
     if (data == nullptr || transferred == nullptr || byteCount == 0) {
         return kBadArgument;
     }
     *transferred = 0;
-    Call call(function, scanner);
-    if (call.result() != kOk) {
-        return call.result();
-    }
     const std::span block(static_cast<const uint8_t*>(data), byteCount);
-    const auto moved = call.scanner().putData(function, block, flags, call.nowMs());
-    simulator::bus().changed.notify_all();
-    *transferred = moved.moved;
-    return moved.result;
+    return moveBlock(function, scanner, transferred, nullptr,
+                     [&](Scanner& device, uint64_t nowMs) { return (device.*put)(block, flags, nowMs); });
+}
+
+HoxiResult getData(Function function, GetBlock get, uint32_t scanner, void* buffer, uint32_t byteCount,
+                   uint32_t* transferred, uint32_t* flags) {
+    if (buffer == nullptr || transferred == nullptr || flags == nullptr || byteCount == 0) {
+        return kBadArgument;
+    }
+    *transferred = 0;
+    *flags = 0;
+    const std::span block(static_cast<uint8_t*>(buffer), byteCount);
+    return moveBlock(function, scanner, transferred, flags,
+                     [&](Scanner& device, uint64_t nowMs) { return (device.*get)(block, nowMs); });
 }
 
 HoxiResult streamNothing(Function function, uint32_t scanner) {
@@ -129,60 +164,24 @@ HoxiResult HoxiGetVersion(char* text, uint32_t size) {
 
 HoxiResult HoxiPutMemory(uint32_t scanner, const void* data, uint32_t byteCount, uint32_t* transferred,
                          uint32_t flags) {
-    return putData(Function::PutMemory, scanner, data, byteCount, transferred, flags);
+    return putData(Function::PutMemory, &Scanner::putMemory, scanner, data, byteCount, transferred, flags);
 }
 
 HoxiResult HoxiGetMemory(uint32_t scanner, void* buffer, uint32_t byteCount, uint32_t* transferred, uint32_t* flags) {
-    if (buffer == nullptr || transferred == nullptr || flags == nullptr || byteCount == 0) {
-        return kBadArgument;
-    }
-    *transferred = 0;
-    *flags = 0;
-    Call call(Function::GetMemory, scanner);
-    if (call.result() != kOk) {
-        return call.result();
-    }
-    const auto block = call.scanner().getMemory({static_cast<uint8_t*>(buffer), byteCount}, call.nowMs());
-    simulator::bus().changed.notify_all();
-    *transferred = block.moved;
-    *flags = block.flags;
-    return block.result;
+    return getData(Function::GetMemory, &Scanner::getMemory, scanner, buffer, byteCount, transferred, flags);
 }
 
 HoxiResult HoxiPutImage(uint32_t scanner, const void* data, uint32_t byteCount, uint32_t* transferred, uint32_t flags) {
-    if (data == nullptr || transferred == nullptr || byteCount == 0) {
-        return kBadArgument;
-    }
-    *transferred = 0;
-    Call call(Function::PutImage, scanner);
-    if (call.result() != kOk) {
-        return call.result();
-    }
-    const auto block = call.scanner().putImage({static_cast<const uint8_t*>(data), byteCount}, flags, call.nowMs());
-    *transferred = block.moved;
-    return block.result;
+    return putData(Function::PutImage, &Scanner::putImage, scanner, data, byteCount, transferred, flags);
 }
 
 HoxiResult HoxiGetImage(uint32_t scanner, void* buffer, uint32_t byteCount, uint32_t* transferred, uint32_t* flags) {
-    if (buffer == nullptr || transferred == nullptr || flags == nullptr || byteCount == 0) {
-        return kBadArgument;
-    }
-    *transferred = 0;
-    *flags = 0;
-    Call call(Function::GetImage, scanner);
-    if (call.result() != kOk) {
-        return call.result();
-    }
-    const auto block = call.scanner().getImage({static_cast<uint8_t*>(buffer), byteCount}, call.nowMs());
-    simulator::bus().changed.notify_all();
-    *transferred = block.moved;
-    *flags = block.flags;
-    return block.result;
+    return getData(Function::GetImage, &Scanner::getImage, scanner, buffer, byteCount, transferred, flags);
 }
 
 HoxiResult HoxiPutBitmap(uint32_t scanner, const void* data, uint32_t byteCount, uint32_t* transferred,
                          uint32_t flags) {
-    return putData(Function::PutBitmap, scanner, data, byteCount, transferred, flags);
+    return putData(Function::PutBitmap, &Scanner::putBitmap, scanner, data, byteCount, transferred, flags);
 }
 
 HoxiResult HoxiSetVideoBandParams(uint32_t scanner, uint64_t, uint32_t) {

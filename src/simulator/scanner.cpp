@@ -92,8 +92,7 @@ void Scanner::logErrors(uint32_t code, const Answer& answer) {
     }
 }
 
-BlockResult Scanner::putData(Function function, std::span<const uint8_t> block, uint32_t flags, uint64_t nowMs) {
-    DataChannel& channel = function == Function::PutBitmap ? device_.bitmapChannel : device_.memoryChannel;
+BlockResult Scanner::putData(DataChannel& channel, std::span<const uint8_t> block, uint32_t flags, uint64_t nowMs) {
     const BlockResult result = channel.put(block, flags, nowMs, device_);
     saveDisplays();
     return result;

@@ -44,11 +44,16 @@ public:
     BlockResult putImage(std::span<const uint8_t> block, uint32_t flags, uint64_t nowMs) {
         return device_.imageChannel.put(block, flags, nowMs, device_);
     }
-    // Moves a block of the memory channel to the program, and one of the memory or bitmap channel from it.
+    // Moves a block of the memory channel to the program or from it, or of the bitmap channel from it.
     BlockResult getMemory(std::span<uint8_t> block, uint64_t nowMs) {
         return device_.memoryChannel.get(block, nowMs, device_);
     }
-    BlockResult putData(Function function, std::span<const uint8_t> block, uint32_t flags, uint64_t nowMs);
+    BlockResult putMemory(std::span<const uint8_t> block, uint32_t flags, uint64_t nowMs) {
+        return putData(device_.memoryChannel, block, flags, nowMs);
+    }
+    BlockResult putBitmap(std::span<const uint8_t> block, uint32_t flags, uint64_t nowMs) {
+        return putData(device_.bitmapChannel, block, flags, nowMs);
+    }
     // The next report if one is due.
     std::optional<Report> takeReport(uint64_t nowMs);
     // When a fetch should look again: the next report, fault or unplugging that time alone brings; kNever for none.
@@ -62,6 +67,7 @@ private:
     Progress progress(uint64_t nowMs) const { return {startMs_, nowMs, commands_, reports_}; }
     uint64_t queueAnswer(const Answer& answer, Reply& reply, uint64_t startMs);
     void goOn(Answer& answer, const Reply& reply, uint64_t dueMs, uint64_t startMs);
+    BlockResult putData(DataChannel& channel, std::span<const uint8_t> block, uint32_t flags, uint64_t nowMs);
     void logErrors(uint32_t code, const Answer& answer);
     void saveDisplays();
     ReportSource* nextSource(uint64_t nowMs, uint64_t& dueMs);

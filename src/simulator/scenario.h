@@ -93,6 +93,7 @@ struct ScannerPlan {
     int64_t imageMemory = 67'108'864;
     int64_t contactMs = 300;  // from the start of a capture until the person touches the platen
     int64_t captureMs = 400;  // from then until the image is there
+    int64_t blockMs = 0;      // what a call of a data channel takes
     int64_t recordMs = 200;   // from the last byte of an upload until it is recorded
     // Where pictures of the local display and of the remote gray map are written; nowhere when empty.
     std::string displayFile;

@@ -100,6 +100,7 @@ const Key<ScannerPlan> kScannerKeys[] = {
     {"image_memory", &ScannerPlan::imageMemory, kImageMemory},
     {"contact_ms", &ScannerPlan::contactMs, kDuration},
     {"capture_ms", &ScannerPlan::captureMs, kDuration},
+    {"block_ms", &ScannerPlan::blockMs, kDuration},
     {"record_ms", &ScannerPlan::recordMs, kDuration},
     {"display_file", &ScannerPlan::displayFile, {0, 255}},
     {"remote_map_file", &ScannerPlan::remoteMapFile, {0, 255}},

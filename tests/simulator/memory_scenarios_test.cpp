@@ -1,4 +1,5 @@
 // Every file of the scenarios folder that is about the memory channel and the display does what its first lines say.
+#include "platform/clock.h"
 #include "simulator/bus.h"
 #include "transfer_test.h"
 
@@ -58,6 +59,15 @@ TEST_F(MemoryScenariosTest, UploadNotRecorded) {
     EXPECT_EQ(putMemory(ramp(8), 3), "0 8");
     EXPECT_EQ(next().brief(), "133:7:1");
     upload(20, 2, ramp(8));
+}
+
+TEST_F(MemoryScenariosTest, SlowTransfers) {
+    openFile("slow-transfers");
+    announceUpload(20, 1, 8);
+    nextBriefs(2);
+    const uint64_t start = platform::nowMs();
+    EXPECT_EQ(putMemory(ramp(8), 3), "0 8");
+    EXPECT_GE(platform::nowMs() - start, 200u);
 }
 
 TEST_F(MemoryScenariosTest, DisplayInAFile) {
