@@ -11,6 +11,7 @@
 #include "console/tokenizer.h"
 #include "operations/tiff_image.h"
 #include "platform/files.h"
+#include "platform/new_file.h"
 
 namespace operations {
 namespace {
@@ -37,7 +38,7 @@ int edge(const Histogram& histogram, int first, int last, int step, size_t thres
 void takeLine(Tally& tally, const char* line) {
     const char* tab = std::strchr(line, '\t');
     const unsigned long level = std::strtoul(line, nullptr, 10);
-    const long count = tab != nullptr ? std::strtol(tab + 1, nullptr, 10) : 0;
+    const long long count = tab != nullptr ? std::strtoll(tab + 1, nullptr, 10) : 0;
     tally[level < kLevels ? level : 0] = static_cast<int32_t>(count);
 }
 
@@ -74,17 +75,6 @@ void addToTally(const std::string& name, const HistogramLimits& limits) {
         console::output("TamTest: can't write %s\n", name.c_str());
 }
 
-// A name beside the file that nothing has; empty when all that are tried are taken.
-std::string freshName(const std::string& name) {
-    constexpr int kMostAttempts = 100;
-    for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
-        const std::string fresh = name + ".new" + (attempt == 0 ? "" : std::to_string(attempt));
-        if (platform::kindOf(fresh) == platform::FileKind::kNone)
-            return fresh;
-    }
-    return "";
-}
-
 }  // namespace
 
 HistogramLimits histogramLimits(std::span<const uint8_t> pixels) {
@@ -114,14 +104,9 @@ std::optional<Tally> readTally(const std::string& name) {
 }
 
 bool writeTally(const std::string& name, const Tally& tally) {
-    const std::string fresh = freshName(name);
-    File file(fresh.empty() ? nullptr : std::fopen(fresh.c_str(), "w"));
-    if (!file)
-        return false;
-    if (writeLines(std::move(file), tally) && platform::replaceFile(fresh, name))
-        return true;
-    std::remove(fresh.c_str());
-    return false;
+    platform::NewFile newFile(name);
+    File file(std::fopen(newFile.path().c_str(), "w"));
+    return file && writeLines(std::move(file), tally) && newFile.keep();
 }
 
 void histogramLimitsOfFile() {

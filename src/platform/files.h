@@ -19,9 +19,4 @@ FileKind kindOf(const std::string& name);
 // Makes a folder within one that is there. False when there is none of this name afterwards.
 bool makeFolder(const std::string& name);
 
-// Gives a file another name in the same folder, in place of the regular file that has it, or that a link of this name
-// leads to, and with the permissions of that file. False, and both are as they were, when that cannot be done: also
-// when the old file may not be written, or is no regular one.
-bool replaceFile(const std::string& fresh, const std::string& name);
-
 }  // namespace platform

@@ -1,8 +1,8 @@
 #include "simulator/display_picture.h"
 
-#include <filesystem>
 #include <fstream>
-#include <system_error>
+
+#include "platform/new_file.h"
 
 namespace simulator {
 
@@ -86,17 +86,11 @@ std::string mapPicture(const GrayMap& map) {
 }
 
 bool savePicture(const std::string& picture, const std::string& path) {
-    const std::string partPath = path + ".part";
-    std::ofstream file(partPath, std::ios::binary);
+    platform::NewFile newFile(path);
+    std::ofstream file(newFile.path(), std::ios::binary);
     file.write(picture.data(), static_cast<std::streamsize>(picture.size()));
     file.close();
-    std::error_code error;
-    if (file)
-        std::filesystem::rename(partPath, path, error);
-    if (file && !error)
-        return true;
-    std::filesystem::remove(partPath, error);
-    return false;
+    return file && newFile.keep();
 }
 
 }  // namespace simulator

@@ -83,50 +83,6 @@ TEST_F(TiffWritePosix, PipeIsNeitherReplacedNorWaitedFor) {
     EXPECT_TRUE(std::filesystem::is_fifo(file()));
 }
 
-TEST_F(TiffWritePosix, LinkStaysAndItsFileIsReplaced) {
-    const std::string target = folder.file("target.tif");
-    ASSERT_TRUE(support::writeFile(target, "older"));
-    std::filesystem::create_symlink("target.tif", file());
-    EXPECT_EQ(writeTo(file()), 0);
-    EXPECT_TRUE(std::filesystem::is_symlink(file()));
-    EXPECT_TRUE(read() == pattern(64, 64));
-}
-
-TEST_F(TiffWritePosix, LinkToAFileThatIsNotThereLeadsToTheNewOne) {
-    std::filesystem::create_symlink("second.tif", file());
-    std::filesystem::create_symlink(folder.file("target.tif"), folder.file("second.tif"));
-    EXPECT_EQ(writeTo(file()), 0);
-    EXPECT_TRUE(std::filesystem::is_symlink(file()));
-    EXPECT_TRUE(std::filesystem::is_regular_file(folder.file("target.tif")));
-}
-
-TEST_F(TiffWritePosix, LinkToItselfIsNotOpened) {
-    std::filesystem::create_symlink(file(), file());
-    EXPECT_EQ(writeTo(file()), -1);
-    EXPECT_EQ(filesInFolder(), 1u);
-}
-
-// What nobody's mask lets through, and what every mask does.
-TEST_F(TiffWritePosix, ReplacedFileKeepsItsPermissions) {
-    for (const mode_t mode : {0600u, 0666u}) {
-        put("older");
-        ASSERT_EQ(chmod(file().c_str(), mode), 0);
-        EXPECT_EQ(writeTo(file()), 0);
-        struct stat status {};
-        ASSERT_EQ(stat(file().c_str(), &status), 0);
-        EXPECT_EQ(status.st_mode & 0777u, mode);
-    }
-}
-
-TEST_F(TiffWritePosix, NewFileHasThePermissionsThatTheMaskLeaves) {
-    const mode_t before = umask(027);
-    EXPECT_EQ(writeTo(file()), 0);
-    umask(before);
-    struct stat status {};
-    ASSERT_EQ(stat(file().c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777u, 0640u);
-}
-
 TEST_F(TiffWritePosix, NameOfTheGreatestLength) {
     const std::string name = folder.file(std::string(255, 'n'));
     EXPECT_EQ(writeTo(name), 0);

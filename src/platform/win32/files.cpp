@@ -28,11 +28,4 @@ bool makeFolder(const std::string& name) {
     return CreateDirectoryA(name.c_str(), nullptr) != 0 || kindOf(name) == FileKind::kFolder;
 }
 
-// The system itself refuses to replace read-only files, and a file has the permissions of its folder.
-bool replaceFile(const std::string& fresh, const std::string& name) {
-    const FileKind kind = kindOf(name);
-    const bool mayReplace = kind == FileKind::kNone || kind == FileKind::kRegular;
-    return mayReplace && MoveFileExA(fresh.c_str(), name.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
-}
-
 }  // namespace platform

@@ -1,6 +1,8 @@
+#include <fcntl.h>
+
+#include "platform/new_file.h"
 #include "tiff/image_file.h"
 #include "tiff/image_rules.h"
-#include "tiff/posix/new_file.h"
 #include "tiff/posix/tiff_handle.h"
 
 namespace tifffile {
@@ -45,10 +47,11 @@ bool writeImage(const FileDescriptor& file, const uint8_t* pixels, const TiffFil
 }  // namespace
 
 Outcome writePixels(const char* fileName, const uint8_t* pixels, const TiffFileInfo& info) {
-    NewFile newFile(fileName);
-    if (!newFile.file().open())
+    platform::NewFile newFile(fileName);
+    FileDescriptor file(::open(newFile.path().c_str(), O_RDWR | O_CLOEXEC));
+    if (!file.open())
         return Outcome::notOpened;
-    return writeImage(newFile.file(), pixels, info) && newFile.keep() ? Outcome::done : Outcome::failed;
+    return writeImage(file, pixels, info) && file.close() && newFile.keep() ? Outcome::done : Outcome::failed;
 }
 
 }  // namespace tifffile

@@ -1,4 +1,4 @@
-#include "tiff/posix/new_file.h"
+#include "platform/new_file.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -13,7 +13,8 @@
 #include <memory>
 #include <optional>
 
-namespace tifffile {
+namespace platform {
+
 namespace {
 
 constexpr int kMostAttempts = 100;
@@ -32,28 +33,30 @@ std::string folderOf(const std::string& name) {
 std::string targetOf(const std::string& name) {
     std::array<char, PATH_MAX> target;
     const ssize_t length = ::readlink(name.c_str(), target.data(), target.size());
-    if (length <= 0)
+    if (length <= 0) {
         return "";
+    }
     const std::string text(target.data(), static_cast<size_t>(length));
     return text.front() == '/' ? text : folderOf(name) + text;
 }
 
 // The name with all links followed, those to files that are not there yet as well.
-std::string resolved(const char* fileName) {
-    std::string name = fileName;
+std::string resolved(std::string name) {
     for (int links = 0; links < kMostLinks; ++links) {
         const std::unique_ptr<char, Freed> real(::realpath(name.c_str(), nullptr));
-        if (real)
+        if (real) {
             return real.get();
+        }
         const std::string target = targetOf(name);
-        if (target.empty())
-            return name;
+        if (target.empty()) {
+            break;
+        }
         name = target;
     }
     return name;
 }
 
-// What a file of this name is written with.
+// What a file is made with.
 struct Permissions {
     mode_t mode = 0666;
     bool areExact = false;  // those of the file that it replaces; otherwise the user's mask counts as well
@@ -62,33 +65,22 @@ struct Permissions {
 // None when the file must not be written.
 std::optional<Permissions> permissions(const std::string& name) {
     struct stat status {};
-    if (::stat(name.c_str(), &status) != 0)
-        return errno == ENOENT ? std::optional(Permissions{}) : std::nullopt;
-    if (!S_ISREG(status.st_mode) || ::access(name.c_str(), W_OK) != 0)
+    if (name.empty() || name.back() == '/') {
         return std::nullopt;
+    }
+    if (::stat(name.c_str(), &status) != 0) {
+        return errno == ENOENT ? std::optional(Permissions{}) : std::nullopt;
+    }
+    if (!S_ISREG(status.st_mode) || ::access(name.c_str(), W_OK) != 0) {
+        return std::nullopt;
+    }
     return Permissions{status.st_mode & 0777, true};
 }
 
 // A short name in the folder of the file, whatever the length of its own.
-std::string temporaryName(const std::string& name) {
+std::string temporaryNameFor(const std::string& name) {
     static std::atomic<unsigned> counter{0};
-    return folderOf(name) + ".ovktiff-" + std::to_string(::getpid()) + "-" + std::to_string(counter++);
-}
-
-// Where the system shows an open file, from where it can be given a name.
-std::string pathOf(int number) {
-    return "/proc/self/fd/" + std::to_string(number);
-}
-
-// A file without a name, which is gone when the process ends before it has one; -1 where there is no such thing.
-int openUnnamed(const std::string& name, mode_t mode) {
-    const std::string folder = folderOf(name);
-    const int number = ::open(folder.empty() ? "." : folder.c_str(), O_RDWR | O_TMPFILE | O_CLOEXEC, mode);
-    if (number >= 0 && ::access(pathOf(number).c_str(), F_OK) != 0) {
-        ::close(number);
-        return -1;
-    }
-    return number;
+    return folderOf(name) + ".new-" + std::to_string(::getpid()) + "-" + std::to_string(counter++);
 }
 
 // Has make(temporary name) give it to a file, until it is one that no other file has. The result of make, and an empty
@@ -96,50 +88,80 @@ int openUnnamed(const std::string& name, mode_t mode) {
 template <typename Make>
 int withTemporaryName(const std::string& name, std::string& temporary, Make make) {
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
-        temporary = temporaryName(name);
+        temporary = temporaryNameFor(name);
         const int result = make(temporary.c_str());
-        if (result >= 0)
+        if (result >= 0) {
             return result;
-        if (errno != EEXIST)
+        }
+        if (errno != EEXIST) {
             break;
+        }
     }
     temporary.clear();
     return -1;
 }
 
-// Fills in the temporary name unless the file has none; -1 when no file can be opened.
-int openBeside(const std::string& name, std::string& temporary) {
-    const std::optional<Permissions> wanted = permissions(name);
-    if (!wanted || name.empty() || name.back() == '/')
+// Where the system shows an open file, from where it can be opened again and be given a name.
+std::string pathOf(int file) {
+    return "/proc/self/fd/" + std::to_string(file);
+}
+
+// A file without a name, which is gone when the process ends before it has one; -1 where there is no such thing.
+int openUnnamed(const std::string& name, mode_t mode) {
+    const std::string folder = folderOf(name);
+    const int file = ::open(folder.empty() ? "." : folder.c_str(), O_RDWR | O_TMPFILE | O_CLOEXEC, mode);
+    if (file >= 0 && ::access(pathOf(file).c_str(), F_OK) != 0) {
+        ::close(file);
         return -1;
-    int number = openUnnamed(name, wanted->mode);
-    if (number < 0)
-        number = withTemporaryName(name, temporary, [&](const char* path) {
-            return ::open(path, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, wanted->mode);
-        });
-    if (number >= 0 && wanted->areExact)
-        ::fchmod(number, wanted->mode);
-    return number;
+    }
+    return file;
+}
+
+int openNamed(const std::string& name, std::string& temporary, mode_t mode) {
+    return withTemporaryName(name, temporary, [mode](const char* path) {
+        return ::open(path, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    });
 }
 
 }  // namespace
 
-NewFile::NewFile(const char* fileName) : name_(resolved(fileName)), file_(openBeside(name_, temporaryName_)) {}
+NewFile::NewFile(const std::string& name) : name_(resolved(name)) {
+    const std::optional<Permissions> wanted = permissions(name_);
+    if (!wanted) {
+        return;
+    }
+    file_ = openUnnamed(name_, wanted->mode);
+    path_ = pathOf(file_);
+    if (file_ < 0) {
+        file_ = openNamed(name_, temporaryName_, wanted->mode);
+        path_ = temporaryName_;
+    }
+    // Where permissions are not kept there are none to be lost.
+    if (file_ >= 0 && wanted->areExact && ::fchmod(file_, wanted->mode) != 0) {
+        errno = 0;
+    }
+}
 
 NewFile::~NewFile() {
-    if (!temporaryName_.empty())
+    if (file_ >= 0) {
+        ::close(file_);
+    }
+    if (!temporaryName_.empty()) {
         ::unlink(temporaryName_.c_str());
+    }
 }
 
 bool NewFile::keep() {
-    if (temporaryName_.empty())
+    if (file_ >= 0 && temporaryName_.empty()) {
         withTemporaryName(name_, temporaryName_, [this](const char* path) {
-            return ::linkat(AT_FDCWD, pathOf(file_.number()).c_str(), AT_FDCWD, path, AT_SYMLINK_FOLLOW);
+            return ::linkat(AT_FDCWD, path_.c_str(), AT_FDCWD, path, AT_SYMLINK_FOLLOW);
         });
-    if (temporaryName_.empty() || !file_.close() || std::rename(temporaryName_.c_str(), name_.c_str()) != 0)
+    }
+    if (temporaryName_.empty() || std::rename(temporaryName_.c_str(), name_.c_str()) != 0) {
         return false;
+    }
     temporaryName_.clear();
     return true;
 }
 
-}  // namespace tifffile
+}  // namespace platform
