@@ -37,7 +37,7 @@ scannerlink::Report imageInfo() {
     return report;
 }
 
-// The last row of the table: the look-up walks all of it.
+// A name that no row has: the look-up walks the whole table, and a script of the name is looked for.
 void dispatchLine(benchmark::State& run) {
     prepare();
     char line[32];

@@ -6,7 +6,7 @@
 
 namespace console {
 
-// Results of getVersion, as FileVersion has always told them apart.
+// Results of getVersion that FileVersion tells apart.
 inline constexpr uint32_t kNoVersion = 9000;
 inline constexpr uint32_t kVersionBufferTooSmall = 9001;
 

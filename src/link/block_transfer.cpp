@@ -31,8 +31,8 @@ Step believed(HoxiResult result, uint32_t asked, uint32_t moved, bool lastBlock)
 
 // Moves size bytes block by block; move(offset, count) makes one call.
 template <typename Move>
-Received moveBlocks(uint64_t size, Move move) {
-    Received received;
+Moved moveBlocks(uint64_t size, Move move) {
+    Moved received;
     uint64_t block = blockSize();
     console::Progress progress(size);
     while (received.moved < size) {
@@ -51,7 +51,7 @@ Received moveBlocks(uint64_t size, Move move) {
 }  // namespace
 
 HoxiResult putBlocks(PutFunction put, std::span<const uint8_t> data) {
-    const Received sent = moveBlocks(data.size(), [&](uint64_t offset, uint32_t count) {
+    const Moved sent = moveBlocks(data.size(), [&](uint64_t offset, uint32_t count) {
         const uint32_t flags =
             (offset == 0 ? hoxi::kFirstTransfer : 0) | (offset + count == data.size() ? hoxi::kLastTransfer : 0);
         uint32_t moved = 0;
@@ -68,7 +68,7 @@ HoxiResult putWhole(PutFunction put, std::span<const uint8_t> data) {
     return result == 0 && moved != data.size() ? kTransferNotBelieved : result;
 }
 
-Received getBlocks(GetFunction get, std::span<uint8_t> buffer) {
+Moved getBlocks(GetFunction get, std::span<uint8_t> buffer) {
     return moveBlocks(buffer.size(), [&](uint64_t offset, uint32_t count) {
         uint32_t moved = 0;
         uint32_t flags = 0;

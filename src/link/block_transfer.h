@@ -25,15 +25,15 @@ HoxiResult putBlocks(PutFunction put, std::span<const uint8_t> data);
 // Puts the data in one call that is first and last block at once.
 HoxiResult putWhole(PutFunction put, std::span<const uint8_t> data);
 
-// How far getting came: result is that of the last call, moved the bytes that arrived, lastBlock whether the last call
-// was marked as the last block.
-struct Received {
+// How far a transfer came: result is that of the last call, moved the bytes that arrived, lastBlock whether the last
+// call was marked as the last block.
+struct Moved {
     HoxiResult result = 0;
     uint64_t moved = 0;
     bool lastBlock = false;
 };
 
 // Gets blocks into the buffer until it is full, a block is marked as the last, or a call fails.
-Received getBlocks(GetFunction get, std::span<uint8_t> buffer);
+Moved getBlocks(GetFunction get, std::span<uint8_t> buffer);
 
 }  // namespace scannerlink

@@ -113,7 +113,7 @@ size_t readMapFile(const std::string& name, std::span<uint8_t> table) {
     return 0;
 }
 
-// The table goes to the scanner even when the file gave nothing, as it has always done; without its command the scanner
+// The table goes to the scanner even when the file gave nothing; without its command the scanner
 // has no use for it.
 void sendMapFile(const CommandHeader& command, const char* name, std::span<uint8_t> table) {
     if (readMapFile(name, table) > 0 && !sendCommand(&command, sizeof command))

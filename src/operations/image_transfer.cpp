@@ -156,7 +156,7 @@ void flagGetFailure(HoxiResult result) {
 }
 
 // Says whether the last block came where the image ends.
-void checkEnd(const scannerlink::Received& received, size_t byteCount) {
+void checkEnd(const scannerlink::Moved& received, size_t byteCount) {
     if (received.lastBlock && received.moved < byteCount)
         output("TamTest: got last xfer tag before image end\n");
     else if (!received.lastBlock && received.moved == byteCount)
@@ -168,7 +168,7 @@ void checkEnd(const scannerlink::Received& received, size_t byteCount) {
 
 // False when a call failed; a last block at the wrong place leaves the image as far as it came.
 bool receiveImage(std::span<uint8_t> image) {
-    const scannerlink::Received received = scannerlink::getBlocks(HoxiGetImage, image);
+    const scannerlink::Moved received = scannerlink::getBlocks(HoxiGetImage, image);
     if (received.result != 0) {
         flagGetFailure(received.result);
         return false;
@@ -181,7 +181,7 @@ bool receiveImage(std::span<uint8_t> image) {
 void receiveImageStubbornly(std::span<uint8_t> image) {
     size_t done = 0;
     int idleCalls = 0;
-    scannerlink::Received received;
+    scannerlink::Moved received;
     do {
         received = scannerlink::getBlocks(HoxiGetImage, image.subspan(done));
         done += received.moved;

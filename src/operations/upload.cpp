@@ -59,7 +59,8 @@ bool extensionSuits(const char* name, const char* extension) {
     return false;
 }
 
-// Has the scanner report its version, and with it its model, without a word on the console.
+// Has the scanner report its version, and with it its model, without a word on the console. The tester stays quiet when
+// the scanner does not complete it.
 bool refreshModel() {
     scannerlink::state.quiet = 1;
     const CommandHeader command = beginCommand(hoxi::CMD_SEND_VERS);

@@ -46,7 +46,7 @@ private:
     std::vector<Filling> fillings_;  // the latest last
 };
 
-// A command that could not be carried out.
+// A command that was refused when it came.
 struct LoggedError {
     uint32_t code;
     int32_t state;

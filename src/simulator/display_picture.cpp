@@ -23,8 +23,9 @@ constexpr uint32_t kPixels = kResolution + 8;
 constexpr uint32_t kDotsPerInch = 96;
 
 void append(std::string& file, uint32_t value, int byteCount) {
-    for (int i = 0; i < byteCount; ++i)
+    for (int i = 0; i < byteCount; ++i) {
         file.push_back(static_cast<char>(static_cast<uint8_t>(value >> (8 * i))));
+    }
 }
 
 void appendEntry(std::string& file, uint32_t tag, uint32_t type, uint32_t count, uint32_t value) {
@@ -55,33 +56,39 @@ std::string tiffHeader(uint32_t width, uint32_t height) {
     appendEntry(file, 283, kRational, 1, kResolution);
     appendEntry(file, 296, kShort, 1, 2);  // inches
     append(file, 0, 4);
-    for (int color = 0; color < 3; ++color)
+    for (int color = 0; color < 3; ++color) {
         append(file, 8, 2);
+    }
     append(file, kDotsPerInch, 4);
     append(file, 1, 4);
     return file;
 }
 
 void appendColor(std::string& file, uint32_t color) {
-    for (const int shift : {16, 8, 0})
+    for (const int shift : {16, 8, 0}) {
         append(file, color >> shift, 1);
+    }
 }
 
 }  // namespace
 
 std::string displayPicture(const LocalDisplay& display) {
     std::string file = tiffHeader(kDisplayWidth, kDisplayHeight);
-    for (const uint8_t pixel : display.pixels())
+    for (const uint8_t pixel : display.pixels()) {
         appendColor(file, display.isOn() ? display.palette()[pixel] : 0);
+    }
     return file;
 }
 
 std::string mapPicture(const GrayMap& map) {
     std::string file = tiffHeader(map.size(), 2 * kMapLines);
-    for (const GrayMap& grays : {identityMap(), map})
-        for (uint32_t line = 0; line < kMapLines; ++line)
-            for (const uint8_t gray : grays)
+    for (const GrayMap& grays : {identityMap(), map}) {
+        for (uint32_t line = 0; line < kMapLines; ++line) {
+            for (const uint8_t gray : grays) {
                 appendColor(file, gray * 0x010101U);
+            }
+        }
+    }
     return file;
 }
 

@@ -116,7 +116,7 @@ TEST_F(BlockTransfer, WholeThatFailsGivesItsResult) {
 
 TEST_F(BlockTransfer, GetsBlocksUntilTheLast) {
     fakeHoxi().toGive = data;
-    const Received received = getBlocks(HoxiGetImage, buffer);
+    const Moved received = getBlocks(HoxiGetImage, buffer);
     EXPECT_EQ(received.result, 0u);
     EXPECT_EQ(received.moved, 10u);
     EXPECT_TRUE(received.lastBlock);
@@ -127,7 +127,7 @@ TEST_F(BlockTransfer, GetsBlocksUntilTheLast) {
 TEST_F(BlockTransfer, GetEndsAtAnEarlyLastBlock) {
     fakeHoxi().toGive = data;
     fakeHoxi().onTransfer = [](const std::string&, FakeHoxi::Channel& call) { call.flags = 2; };
-    const Received received = getBlocks(HoxiGetImage, buffer);
+    const Moved received = getBlocks(HoxiGetImage, buffer);
     EXPECT_EQ(received.moved, 4u);
     EXPECT_TRUE(received.lastBlock);
 }
@@ -135,7 +135,7 @@ TEST_F(BlockTransfer, GetEndsAtAnEarlyLastBlock) {
 TEST_F(BlockTransfer, GetEndsWhenTheBufferIsFullWithoutALastBlock) {
     fakeHoxi().toGive = data;
     fakeHoxi().onTransfer = [](const std::string&, FakeHoxi::Channel& call) { call.flags = 0; };
-    const Received received = getBlocks(HoxiGetImage, buffer);
+    const Moved received = getBlocks(HoxiGetImage, buffer);
     EXPECT_EQ(received.moved, 10u);
     EXPECT_FALSE(received.lastBlock);
 }
@@ -151,7 +151,7 @@ TEST_F(BlockTransfer, GetTellsWhatAFailedCallHasMoved) {
     fakeHoxi().onTransfer = [](const std::string&, FakeHoxi::Channel& call) {
         call.result = fakeHoxi().calls.size() == 2 ? 9050 : 0;
     };
-    const Received received = getBlocks(HoxiGetImage, buffer);
+    const Moved received = getBlocks(HoxiGetImage, buffer);
     EXPECT_EQ(received.result, 9050u);
     EXPECT_EQ(received.moved, 8u);
 }

@@ -30,11 +30,13 @@ TEST(Clock, WaitEndsAtTheDeadline) {
     std::mutex mutex;
     std::condition_variable condition;
     std::unique_lock<std::mutex> lock(mutex);
-    const uint64_t deadline = nowMs() + 20;
-    while (nowMs() < deadline) {
+    const uint64_t deadline = nowMs() + 200;
+    int waits = 0;
+    for (; nowMs() < deadline; ++waits) {
         platform::waitUntilMs(condition, lock, deadline);
     }
     EXPECT_TRUE(lock.owns_lock());
+    EXPECT_LT(waits, 50) << "it does not wait";
 }
 
 TEST(Clock, WaitForADeadlineInThePastReturns) {

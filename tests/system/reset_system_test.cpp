@@ -10,7 +10,6 @@ namespace {
 
 class Reset : public SystemTest {
 protected:
-    // What matters of an output: its lines but dates and reports.
     static bool contains(const std::string& text, const std::string& part) {
         return text.find(part) != std::string::npos;
     }

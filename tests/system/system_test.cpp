@@ -44,8 +44,12 @@ void SystemTest::SetUp() {
 void SystemTest::TearDown() {
     HoxiTerminate();
     scannerlink::state.quiet = 1;
-    while (anyThreadRunning())
+    constexpr int kMostPasses = 10000;
+    for (int pass = 0; anyThreadRunning(); ++pass) {
+        if (pass == kMostPasses)
+            FAIL() << "a status thread does not end";
         scannerlink::checkStatus();
+    }
 }
 
 std::string SystemTest::start(const std::string& scenario, double clockSpeed) {

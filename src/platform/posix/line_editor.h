@@ -1,4 +1,4 @@
-// One line edited by the operator at the open terminal: emacs keys, history, completion of the first word.
+// One line edited by the operator at the open terminal: emacs control keys, history, completion of the first word.
 // Main thread only.
 #pragma once
 
@@ -13,11 +13,11 @@ enum class LineEnd { kComplete, kEmpty, kGone };
 // editor to be had; lines are then whatever the terminal itself makes of them.
 bool prepareLineEditor(const char* prompt, std::span<const char* const> words);
 
-// Edits a line of any length. kComplete: line holds it, its newline included. kEmpty: the operator gave the end
-// character (Ctrl-D) in an empty line. kGone: the terminal is gone. What is typed beyond the line stays unread.
 // What stands before the line from now on, kept by address.
 void setLinePrompt(const char* prompt);
 
+// Edits a line of any length. kComplete: line holds it, its newline included. kEmpty: the operator gave the end
+// character (Ctrl-D) in an empty line. kGone: the terminal is gone. What is typed beyond the line stays unread.
 LineEnd editLine(std::string& line);
 
 }  // namespace platform

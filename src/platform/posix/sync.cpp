@@ -1,6 +1,7 @@
 #include "platform/sync.h"
 
 #include <pthread.h>
+#include <signal.h>
 
 #include <cerrno>
 #include <ctime>
@@ -125,7 +126,14 @@ bool waitEvent(Event& event, uint32_t timeoutMs) {
 bool startThread(void (*run)(void*), void* argument) {
     auto start = std::make_unique<ThreadStart>(ThreadStart{run, argument});
     pthread_t thread{};
-    if (pthread_create(&thread, nullptr, runThread, start.get()) != 0) {
+    // Signals are for the main thread, which alone knows the terminal that their handlers put back.
+    sigset_t all;
+    sigset_t former;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &former);
+    const int refused = pthread_create(&thread, nullptr, runThread, start.get());
+    pthread_sigmask(SIG_SETMASK, &former, nullptr);
+    if (refused != 0) {
         return false;
     }
     start.release();
