@@ -56,4 +56,18 @@ int64_t toSigned(const char* word) {
     return std::strtoll(word, nullptr, 0);
 }
 
+bool nextNumbers(std::span<uint32_t> numbers) {
+    for (uint32_t& number : numbers) {
+        const char* word = nextArgument(kMandatory);
+        if (word == nullptr)
+            return false;
+        number = toUnsigned(word);
+    }
+    return true;
+}
+
+bool isNumber(const char* word) {
+    return *word >= '0' && *word <= '9';
+}
+
 }  // namespace console

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 namespace console {
 
@@ -27,5 +28,11 @@ const char* nextArgument(int optional);
 // number too wide is cut to the width. The same on every platform, whatever its long is.
 uint32_t toUnsigned(const char* word);
 int64_t toSigned(const char* word);
+
+// Fills in the next arguments, all of them mandatory and numbers; false at the first one that is missing.
+bool nextNumbers(std::span<uint32_t> numbers);
+
+// Where a number or the name of a file may stand: a word that begins with a decimal digit is a number.
+bool isNumber(const char* word);
 
 }  // namespace console

@@ -31,6 +31,10 @@ uint32_t timeoutArgument() {
 
 }  // namespace
 
+CommandHeader nextCommand(uint32_t code, uint32_t size) {
+    return {.code = code, .tag = takeTag(), .size = size};
+}
+
 int sendCommandToScanner(uint32_t scanner, const void* packet, uint32_t length, uint32_t resultWord) {
     const HoxiResult result = HoxiPutCommand(scanner, packet, length, &resultWord);
     if (result != 0) {

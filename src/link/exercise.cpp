@@ -21,8 +21,8 @@ constexpr uint32_t kRestartPauseMs = 30000;  // what a scanner takes to boot and
 
 // Sends a command without payload under a new tag, which is left in tag.
 int sendBare(uint32_t scanner, uint32_t code, uint32_t& tag) {
-    tag = takeTag();
-    const CommandHeader header{.code = code, .tag = tag, .size = 0};
+    const CommandHeader header = nextCommand(code);
+    tag = header.tag;
     return sendCommandToScanner(scanner, &header, sizeof header);
 }
 

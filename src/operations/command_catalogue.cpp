@@ -20,17 +20,6 @@ constexpr size_t kMaxSerialBytes = 32;
 static_assert(argumentCount(layouts::kQuerySwitch) == 3 + 2 * kMaxTones);
 static_assert(argumentCount(layouts::kXmtSerial) == 2 + kMaxSerialBytes);
 
-// False at the first one that is missing.
-bool readMandatory(std::span<uint32_t> arguments) {
-    for (uint32_t& argument : arguments) {
-        const char* word = console::nextArgument(console::kMandatory);
-        if (word == nullptr)
-            return false;
-        argument = console::toUnsigned(word);
-    }
-    return true;
-}
-
 // The number of arguments that were there; the others are left as they are.
 size_t readOptional(std::span<uint32_t> arguments) {
     for (size_t i = 0; i < arguments.size(); ++i) {
@@ -42,17 +31,17 @@ size_t readOptional(std::span<uint32_t> arguments) {
     return arguments.size();
 }
 
-void send(const CommandLayout& layout, uint32_t tag, std::span<const uint32_t> arguments) {
-    const Packet packet = buildPacket(layout, tag, arguments);
-    scannerlink::sendCommand(packet.bytes.data(), static_cast<uint32_t>(packet.length));
-}
-
 }  // namespace
+
+bool sendLayout(const CommandLayout& layout, uint32_t tag, std::span<const uint32_t> arguments) {
+    const Packet packet = buildPacket(layout, tag, arguments);
+    return scannerlink::sendCommand(packet.bytes.data(), static_cast<uint32_t>(packet.length)) != 0;
+}
 
 void sendWithArguments(const CommandLayout& layout, std::span<uint32_t> arguments) {
     const uint32_t tag = scannerlink::takeTag();
-    if (readMandatory(arguments))
-        send(layout, tag, arguments);
+    if (console::nextNumbers(arguments))
+        sendLayout(layout, tag, arguments);
 }
 
 // Handle, scan type and image type; then repeats, quality and offset as far as they are there; then the white level,
@@ -62,12 +51,12 @@ void displayImage() {
     std::array<uint32_t, argumentCount(layouts::kDisplayImage)> arguments{
         0, 0, 0, kDefaultRepeats, 0, 0, kDefaultWhite};
     const std::span all(arguments);
-    if (!readMandatory(all.first<3>()))
+    if (!console::nextNumbers(all.first<3>()))
         return;
     const bool offsetGiven = readOptional(all.subspan<3, 3>()) == 3;
-    if (offsetGiven && !readMandatory(all.last<1>()))
+    if (offsetGiven && !console::nextNumbers(all.last<1>()))
         return;
-    send(layouts::kDisplayImage, tag, arguments);
+    sendLayout(layouts::kDisplayImage, tag, arguments);
 }
 
 // The prompt is sent as entered; no more tones are taken than the packet has room for.
@@ -75,15 +64,15 @@ void querySwitch() {
     const uint32_t tag = scannerlink::takeTag();
     std::array<uint32_t, argumentCount(layouts::kQuerySwitch)> arguments{};
     const std::span all(arguments);
-    if (!readMandatory(all.first<3>()))
+    if (!console::nextNumbers(all.first<3>()))
         return;
     const std::span frequencies = all.subspan<3, kMaxTones>();
     const std::span durations = all.last<kMaxTones>();
     const uint32_t tones = std::min(arguments[2], kMaxTones);
     for (uint32_t i = 0; i < tones; ++i)
-        if (!readMandatory(frequencies.subspan(i, 1)) || !readMandatory(durations.subspan(i, 1)))
+        if (!console::nextNumbers(frequencies.subspan(i, 1)) || !console::nextNumbers(durations.subspan(i, 1)))
             return;
-    send(layouts::kQuerySwitch, tag, arguments);
+    sendLayout(layouts::kQuerySwitch, tag, arguments);
 }
 
 // Everything behind the port is a data byte, also what the syntax calls a count: the count sent is the tester's own.
@@ -91,10 +80,10 @@ void transmitSerial() {
     const uint32_t tag = scannerlink::takeTag();
     std::array<uint32_t, argumentCount(layouts::kXmtSerial)> arguments{};
     const std::span all(arguments);
-    if (!readMandatory(all.first<1>()))
+    if (!console::nextNumbers(all.first<1>()))
         return;
     arguments[1] = static_cast<uint32_t>(readOptional(all.last<kMaxSerialBytes>()));
-    send(layouts::kXmtSerial, tag, arguments);
+    sendLayout(layouts::kXmtSerial, tag, arguments);
 }
 
 // The line begins with the three capture states and goes from left to right; the payload ends with them and has the
@@ -103,12 +92,12 @@ void setStatusLeds() {
     static constexpr size_t kLineOrder[] = {3, 4, 5, 6, 9, 10, 11, 12, 7, 8, 0, 2, 1};
     const uint32_t tag = scannerlink::takeTag();
     std::array<uint32_t, std::size(kLineOrder)> entered{};
-    if (!readMandatory(entered))
+    if (!console::nextNumbers(entered))
         return;
     std::array<uint32_t, std::size(kLineOrder)> states{};
     std::transform(std::begin(kLineOrder), std::end(kLineOrder), states.begin(),
                    [&](size_t place) { return entered[place]; });
-    send(layouts::kSetStatusLeds, tag, states);
+    sendLayout(layouts::kSetStatusLeds, tag, states);
 }
 
 }  // namespace operations

@@ -11,6 +11,9 @@
 
 namespace operations {
 
+// Sends the packet of this layout. False when the library refused it, which has been told.
+bool sendLayout(const CommandLayout& layout, uint32_t tag, std::span<const uint32_t> arguments);
+
 // Takes the next tag, fills all the arguments from the line and sends the packet; nothing when one is missing.
 void sendWithArguments(const CommandLayout& layout, std::span<uint32_t> arguments);
 

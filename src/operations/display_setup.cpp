@@ -2,23 +2,20 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <span>
 #include <string>
 
-#include "console/console_state.h"
 #include "console/output.h"
 #include "console/tokenizer.h"
 #include "hoxi/hoxi.h"
 #include "hoxi/hoxi_codes.h"
 #include "link/block_transfer.h"
 #include "link/command_channel.h"
-#include "link/link_state.h"
-#include "link/waits.h"
 #include "operations/bitmap_file.h"
 #include "operations/display_tables.h"
 #include "operations/palette_file.h"
 #include "operations/tiff_image.h"
+#include "operations/transfer_steps.h"
 #include "operations/value_file.h"
 
 namespace operations {
@@ -28,11 +25,11 @@ using console::kMandatory;
 using console::nextArgument;
 using console::output;
 using scannerlink::CommandHeader;
+using scannerlink::nextCommand;
 using scannerlink::sendCommand;
 
 constexpr size_t kLocalMapsSize = 2 * kMapSize;
 constexpr uint32_t kPaletteWaitMs = 10000;
-constexpr uint32_t kTransferReady = 1;
 
 struct PaletteCommand {
     CommandHeader header;
@@ -51,42 +48,16 @@ struct BitmapCommand {
 };
 static_assert(sizeof(BitmapCommand) == 64);
 
-CommandHeader beginCommand(uint32_t code, uint32_t size = 0) {
-    return {.code = code, .tag = scannerlink::takeTag(), .size = size};
-}
-
-bool isNumber(const char* word) {
-    return std::isdigit(static_cast<unsigned char>(*word)) != 0;
-}
-
-// The next so many numbers of the line; false when one is missing.
-template <size_t count>
-bool readNumbers(std::array<uint32_t, count>& numbers) {
-    for (uint32_t& number : numbers) {
-        const char* word = nextArgument(kMandatory);
-        if (word == nullptr)
-            return false;
-        number = console::toUnsigned(word);
-    }
-    return true;
-}
-
-bool told(HoxiResult result) {
-    if (result == 0)
-        return true;
-    console::flagError(result);
-    output("TamTest: failed in HoxiPutMemory\n");
-    return false;
-}
+constexpr char kPutFailed[] = "TamTest: failed in HoxiPutMemory\n";
 
 // In blocks. False after a message.
 bool putData(scannerlink::PutFunction put, std::span<const uint8_t> data) {
-    return told(scannerlink::putBlocks(put, data));
+    return transferred(scannerlink::putBlocks(put, data), kPutFailed);
 }
 
 // In one call, whatever the block size: the tables are smaller than any scanner's.
 void putTable(std::span<const uint8_t> table) {
-    told(scannerlink::putWhole(HoxiPutMemory, table));
+    transferred(scannerlink::putWhole(HoxiPutMemory, table), kPutFailed);
 }
 
 void sendTable(const CommandHeader& command, std::span<const uint8_t> table) {
@@ -127,7 +98,7 @@ std::span<const uint8_t> bytesOf(std::span<const uint32_t> words) {
 
 void sendPaletteEntry(PaletteCommand command, const char* index) {
     std::array<uint32_t, 3> levels{};
-    if (!readNumbers(levels))
+    if (!console::nextNumbers(levels))
         return;
     const uint32_t entry[] = {paletteEntry(console::toUnsigned(index), levels[0], levels[1], levels[2])};
     command.entries = 1;
@@ -142,21 +113,19 @@ void sendPaletteFile(PaletteCommand command, const std::string& name) {
     command.entries = static_cast<uint32_t>(entries->size());
     if (!sendCommand(&command, sizeof command))
         return;
-    if (!scannerlink::waitForConfirmation(hoxi::STA_MEMORY_XFER, kTransferReady, command.header.tag, kPaletteWaitMs)) {
-        output("TamTest: didn't get get_parm confirmation status\n");
-        return;
-    }
-    if (putData(HoxiPutMemory, bytesOf(*entries)) &&
-        !scannerlink::waitForCommandComplete(command.header.tag, kPaletteWaitMs))
-        output("TamTest: didn't get cfg_lcp cmd complete status\n");
+    const uint32_t tag = command.header.tag;
+    if (confirmed(hoxi::STA_MEMORY_XFER, kTransferReady, tag, kPaletteWaitMs,
+                  "TamTest: didn't get get_parm confirmation status\n") &&
+        putData(HoxiPutMemory, bytesOf(*entries)))
+        completed(tag, kPaletteWaitMs, "TamTest: didn't get cfg_lcp cmd complete status\n");
 }
 
 // The line of both bitmap operations: a file and a position. Returns the file's name, null when a word is missing.
 const char* beginBitmap(BitmapCommand& command) {
-    command.header = beginCommand(hoxi::CMD_WRITE_LOCAL_DISPLAY, 16);
+    command.header = nextCommand(hoxi::CMD_WRITE_LOCAL_DISPLAY, 16);
     const char* name = nextArgument(kMandatory);
     std::array<uint32_t, 2> position{};
-    if (name == nullptr || !readNumbers(position))
+    if (name == nullptr || !console::nextNumbers(position))
         return nullptr;
     command.horizontal = position[0];
     command.vertical = position[1];
@@ -173,11 +142,11 @@ void sendBitmap(BitmapCommand& command, uint32_t width, uint32_t height, std::sp
 }  // namespace
 
 void configRemoteMap() {
-    const CommandHeader command = beginCommand(hoxi::CMD_CONFIG_REMOTE_MAP);
+    const CommandHeader command = nextCommand(hoxi::CMD_CONFIG_REMOTE_MAP);
     const char* argument = nextArgument(kMandatory);
     if (argument == nullptr)
         return;
-    if (isNumber(argument)) {
+    if (console::isNumber(argument)) {
         sendTable(command, remoteMap(console::toUnsigned(argument)));
     } else {
         MapTable table{};
@@ -186,17 +155,17 @@ void configRemoteMap() {
 }
 
 void configLocalMap() {
-    const CommandHeader command = beginCommand(hoxi::CMD_CONFIG_LOCAL_MAP);
+    const CommandHeader command = nextCommand(hoxi::CMD_CONFIG_LOCAL_MAP);
     const char* first = nextArgument(kMandatory);
     if (first == nullptr)
         return;
     std::array<uint8_t, kLocalMapsSize> table{};
-    if (!isNumber(first)) {
+    if (!console::isNumber(first)) {
         sendMapFile(command, first, table);
         return;
     }
     std::array<uint32_t, 3> rest{};
-    if (!readNumbers(rest))
+    if (!console::nextNumbers(rest))
         return;
     const LocalMaps maps = localMaps(console::toUnsigned(first), rest[0], rest[1], rest[2]);
     std::copy(maps.normal.begin(), maps.normal.end(), table.begin());
@@ -205,11 +174,11 @@ void configLocalMap() {
 }
 
 void configLocalPalette() {
-    const PaletteCommand command{beginCommand(hoxi::CMD_CONFIG_LOCAL_PALETTE, 4), 0};
+    const PaletteCommand command{nextCommand(hoxi::CMD_CONFIG_LOCAL_PALETTE, 4), 0};
     const char* argument = nextArgument(kMandatory);
     if (argument == nullptr)
         return;
-    if (isNumber(argument))
+    if (console::isNumber(argument))
         sendPaletteEntry(command, argument);
     else
         sendPaletteFile(command, argument);

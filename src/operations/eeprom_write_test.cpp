@@ -7,10 +7,10 @@
 #include "console/output.h"
 #include "console/tokenizer.h"
 #include "hoxi/hoxi_codes.h"
-#include "link/command_channel.h"
 #include "link/link_state.h"
 #include "link/status_check.h"
 #include "link/waits.h"
+#include "operations/command_catalogue.h"
 
 namespace operations {
 namespace {
@@ -19,14 +19,6 @@ using console::consolePrint;
 
 constexpr int kLastAddress = 8191;
 constexpr uint32_t kPollMs = 100;
-
-struct WriteCommand {
-    scannerlink::CommandHeader header;
-    uint16_t address;
-    uint8_t value;
-    uint8_t unused;
-};
-static_assert(sizeof(WriteCommand) == 16);
 
 // The next address of the line; none when it is missing, or too large, which is said.
 std::optional<uint16_t> readAddress(const char* tooLarge) {
@@ -66,8 +58,8 @@ bool completedOrAbandoned(uint32_t tag) {
 
 bool write(uint16_t address, uint8_t value) {
     const uint32_t tag = scannerlink::takeTag();
-    const WriteCommand command{{.code = hoxi::CMD_WRT_EEPROM, .tag = tag, .size = 4}, address, value, 0};
-    return scannerlink::sendCommand(&command, sizeof command) && completedOrAbandoned(tag);
+    const uint32_t arguments[] = {address, value};
+    return sendLayout(layouts::kEepromWrite, tag, arguments) && completedOrAbandoned(tag);
 }
 
 }  // namespace

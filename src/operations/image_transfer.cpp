@@ -15,9 +15,9 @@
 #include "link/link_state.h"
 #include "link/report.h"
 #include "link/status_check.h"
-#include "link/waits.h"
 #include "operations/byte_buffer.h"
 #include "operations/tiff_image.h"
+#include "operations/transfer_steps.h"
 
 namespace operations {
 namespace {
@@ -26,7 +26,6 @@ using console::output;
 
 constexpr uint32_t kCommandMs = 30000;
 constexpr uint32_t kConfirmationMs = 10000;
-constexpr uint32_t kTransferReady = 1;
 constexpr uint32_t kTransferDone = 5;
 constexpr uint32_t kLastTagMisplaced = 9100;
 constexpr uint32_t kReadBackDiffers = 9000;
@@ -87,13 +86,13 @@ static_assert(sizeof(ImageInfo) == 36);
 
 SendImageCommand beginSend() {
     SendImageCommand command{};
-    command.header = {.code = hoxi::CMD_SEND_IMAGE, .tag = scannerlink::takeTag(), .size = 16};
+    command.header = scannerlink::nextCommand(hoxi::CMD_SEND_IMAGE, 16);
     return command;
 }
 
 RecvImageCommand beginRecv() {
     RecvImageCommand command{};
-    command.header = {.code = hoxi::CMD_RECV_IMAGE, .tag = scannerlink::takeTag(), .size = 36};
+    command.header = scannerlink::nextCommand(hoxi::CMD_RECV_IMAGE, 36);
     return command;
 }
 
@@ -107,27 +106,17 @@ std::optional<FileAndKey> readFileAndKey() {
     if (file == nullptr)
         return std::nullopt;
     uint32_t numbers[3];
-    for (uint32_t& number : numbers) {
-        const char* word = console::nextArgument(console::kMandatory);
-        if (word == nullptr)
-            return std::nullopt;
-        number = console::toUnsigned(word);
-    }
+    if (!console::nextNumbers(numbers))
+        return std::nullopt;
     return FileAndKey{file, {numbers[0], numbers[1], numbers[2]}};
 }
 
-bool completed(uint32_t tag, const char* otherwise) {
-    if (scannerlink::waitForCommandComplete(tag, kCommandMs))
-        return true;
-    output("%s", otherwise);
-    return false;
+bool commandCompleted(uint32_t tag, const char* otherwise) {
+    return completed(tag, kCommandMs, otherwise);
 }
 
-bool confirmed(uint32_t tag, uint32_t value, const char* otherwise) {
-    if (scannerlink::waitForConfirmation(hoxi::STA_IMAGE_XFER, value, tag, kConfirmationMs))
-        return true;
-    output("%s", otherwise);
-    return false;
+bool imageConfirmed(uint32_t tag, uint32_t value, const char* otherwise) {
+    return confirmed(hoxi::STA_IMAGE_XFER, value, tag, kConfirmationMs, otherwise);
 }
 
 bool allocated(const ByteBuffer& buffer) {
@@ -230,7 +219,8 @@ void describeImage(RecvImageCommand& command, const ImageKey& key, const TiffIma
 
 bool giveImage(const RecvImageCommand& command, std::span<const uint8_t> image) {
     return scannerlink::sendCommand(&command, sizeof command) &&
-           completed(command.header.tag, "TamTest: didn't get rcv_image cmd complete status\n") && putImage(image);
+           commandCompleted(command.header.tag, "TamTest: didn't get rcv_image cmd complete status\n") &&
+           putImage(image);
 }
 
 // One pass of the loop test; false ends it.
@@ -240,7 +230,7 @@ bool readBackAndCompare(const std::string& outFile, const TiffImageInfo& info, s
     command.key = kLoopTestImage;
     command.byteCount = info.byteCount;
     if (!scannerlink::sendCommand(&command, sizeof command) ||
-        !completed(command.header.tag, "TamTest: didn't get send_image cmd complete status\n"))
+        !commandCompleted(command.header.tag, "TamTest: didn't get send_image cmd complete status\n"))
         return false;
     receiveImageStubbornly(copy);
     if (!console::errorFlagged()) {
@@ -270,14 +260,14 @@ void sendImage() {
         return;
     command.byteCount = static_cast<uint32_t>(info->byteCount());
     if (!scannerlink::sendCommand(&command, sizeof command) ||
-        !completed(command.header.tag, "TamTest: didn't get send_image cmd complete status\n") ||
-        !confirmed(command.header.tag, kTransferReady, "TamTest: didn't get xfer ready confirmation\n"))
+        !commandCompleted(command.header.tag, "TamTest: didn't get send_image cmd complete status\n") ||
+        !imageConfirmed(command.header.tag, kTransferReady, "TamTest: didn't get xfer ready confirmation\n"))
         return;
     scannerlink::discardReport(hoxi::STA_IMAGE_XFER);
     if (!receiveImage(image.bytes()))
         return;
     writeImage(line->file, image.bytes(), recordOf(*info));
-    confirmed(command.header.tag, kTransferDone, "TamTest: didn't get xfer done confirmation\n");
+    imageConfirmed(command.header.tag, kTransferDone, "TamTest: didn't get xfer done confirmation\n");
 }
 
 void recvImage() {

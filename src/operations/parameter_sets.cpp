@@ -2,11 +2,9 @@
 
 #include <algorithm>
 #include <cctype>
-#include <optional>
 #include <string>
 #include <string_view>
 
-#include "console/console_state.h"
 #include "console/output.h"
 #include "console/question.h"
 #include "console/tokenizer.h"
@@ -14,12 +12,11 @@
 #include "hoxi/hoxi_codes.h"
 #include "link/block_transfer.h"
 #include "link/command_channel.h"
-#include "link/link_state.h"
-#include "link/waits.h"
 #include "operations/number_format.h"
 #include "operations/parameter_print.h"
 #include "operations/parameter_table.h"
 #include "operations/parameter_values.h"
+#include "operations/transfer_steps.h"
 #include "operations/upload_buffer.h"
 #include "operations/value_file.h"
 
@@ -30,7 +27,6 @@ using console::output;
 using scannerlink::sendCommand;
 
 constexpr uint32_t kWaitMs = 30000;
-constexpr uint32_t kTransferReady = 1;
 constexpr char kDefaultFormat[] = "%d";
 constexpr char kCameraSetName[] = "63";
 
@@ -42,7 +38,7 @@ struct ParameterCommand {
 static_assert(sizeof(ParameterCommand) == 20);
 
 ParameterCommand beginCommand(uint32_t code) {
-    return {{.code = code, .tag = scannerlink::takeTag(), .size = 8}, 0, 0};
+    return {scannerlink::nextCommand(code, 8), 0, 0};
 }
 
 // The set's length, after a message when there is no such set.
@@ -79,20 +75,11 @@ size_t readValueFile(const std::string& name) {
 }
 
 size_t readValues(const char* argument) {
-    const bool typed = std::isdigit(static_cast<unsigned char>(*argument)) != 0;
-    return typed ? readTypedValues(argument) : readValueFile(argument);
+    return console::isNumber(argument) ? readTypedValues(argument) : readValueFile(argument);
 }
 
 bool ready(const ParameterCommand& command, const char* otherwise) {
-    if (scannerlink::waitForConfirmation(hoxi::STA_MEMORY_XFER, kTransferReady, command.header.tag, kWaitMs))
-        return true;
-    output("%s", otherwise);
-    return false;
-}
-
-void awaitCompletion(const ParameterCommand& command, const char* otherwise) {
-    if (!scannerlink::waitForCommandComplete(command.header.tag, kWaitMs))
-        output("%s", otherwise);
+    return confirmed(hoxi::STA_MEMORY_XFER, kTransferReady, command.header.tag, kWaitMs, otherwise);
 }
 
 // Gives the scanner the first words of the buffer: a set number and its values.
@@ -104,12 +91,8 @@ void sendValues(ParameterCommand command, size_t words) {
     if (!ready(command, "TamTest: didn't get set_parm confirmation status\n"))
         return;
     const auto values = uploadBuffer().subspan(sizeof(uint32_t), command.byteLength);
-    if (const HoxiResult result = scannerlink::putBlocks(HoxiPutMemory, values)) {
-        console::flagError(result);
-        output("TamTest: failed in HoxiPutMemmory\n");
-        return;
-    }
-    awaitCompletion(command, "TamTest: didn't get set_parm cmd complete status\n");
+    if (transferred(scannerlink::putBlocks(HoxiPutMemory, values), "TamTest: failed in HoxiPutMemmory\n"))
+        completed(command.header.tag, kWaitMs, "TamTest: didn't get set_parm cmd complete status\n");
 }
 
 void setFrom(const ParameterCommand& command, const char* argument) {
@@ -135,13 +118,11 @@ void getInto(ParameterCommand command, uint32_t set, const NumberFormat& format)
         return;
     const auto values = uploadBuffer().first(command.byteLength);
     std::fill(values.begin(), values.end(), 0);
-    if (const HoxiResult result = scannerlink::getBlocks(HoxiGetMemory, values).result) {
-        console::flagError(result);
-        output("TamTest: failed in HoxiGetMemmory\n");
+    const HoxiResult result = scannerlink::getBlocks(HoxiGetMemory, values).result;
+    if (!transferred(result, "TamTest: failed in HoxiGetMemmory\n"))
         return;
-    }
     printParameters(set, uploadWords().first(command.byteLength / sizeof(uint32_t)), format);
-    awaitCompletion(command, "TamTest: didn't get get_parm cmd complete status\n");
+    completed(command.header.tag, kWaitMs, "TamTest: didn't get get_parm cmd complete status\n");
 }
 
 void getTyped(uint32_t code) {
@@ -192,8 +173,7 @@ void saveParameters() {
         console::consolePrint("...Canceled save parameters command.\n");
         return;
     }
-    const scannerlink::CommandHeader command{
-        .code = hoxi::CMD_SAVE_PARAMETERS, .tag = scannerlink::takeTag(), .size = 0};
+    const scannerlink::CommandHeader command = scannerlink::nextCommand(hoxi::CMD_SAVE_PARAMETERS);
     sendCommand(&command, sizeof command);
 }
 

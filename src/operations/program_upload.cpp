@@ -2,12 +2,11 @@
 
 #include <algorithm>
 
-#include "console/console_state.h"
 #include "console/output.h"
 #include "hoxi/hoxi.h"
 #include "hoxi/hoxi_codes.h"
 #include "link/block_transfer.h"
-#include "link/waits.h"
+#include "operations/transfer_steps.h"
 #include "operations/upload_buffer.h"
 #include "operations/value_file.h"
 
@@ -18,7 +17,6 @@ using console::output;
 
 constexpr uint32_t kReadyMs = 180000;
 constexpr uint32_t kRecordedMs = 360000;
-constexpr uint32_t kTransferReady = 1;
 constexpr size_t kLeastWords = 2;
 constexpr size_t kWord = sizeof(uint32_t);
 
@@ -46,19 +44,13 @@ bool uploadBufferedProgram(const scannerlink::CommandHeader& header, size_t size
     const UploadCommand command{header, static_cast<uint32_t>(byteCount)};
     if (!scannerlink::sendCommand(&command, sizeof command))
         return false;
-    if (!scannerlink::waitForConfirmation(hoxi::STA_MEMORY_XFER, kTransferReady, header.tag, kReadyMs)) {
-        output("TamTest: didn't get recv_progCoff confirmation status\n");
+    if (!confirmed(hoxi::STA_MEMORY_XFER, kTransferReady, header.tag, kReadyMs,
+                   "TamTest: didn't get recv_progCoff confirmation status\n"))
         return false;
-    }
-    if (const HoxiResult result = scannerlink::putBlocks(HoxiPutMemory, uploadBuffer().first(byteCount))) {
-        console::flagError(result);
-        output("TamTest: failed in HoxiPutMemmory\n");
+    const HoxiResult result = scannerlink::putBlocks(HoxiPutMemory, uploadBuffer().first(byteCount));
+    if (!transferred(result, "TamTest: failed in HoxiPutMemmory\n") ||
+        !completed(header.tag, kRecordedMs, "TamTest: didn't get recv_progCoff cmd complete status\n"))
         return false;
-    }
-    if (!scannerlink::waitForCommandComplete(header.tag, kRecordedMs)) {
-        output("TamTest: didn't get recv_progCoff cmd complete status\n");
-        return false;
-    }
     console::consolePrint(" UPGRADE SUCCESSFULLY LOADED\n");
     return true;
 }

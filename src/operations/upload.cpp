@@ -6,8 +6,8 @@
 #include "console/tokenizer.h"
 #include "link/command_channel.h"
 #include "link/link_state.h"
-#include "link/waits.h"
 #include "operations/program_upload.h"
+#include "operations/transfer_steps.h"
 #include "operations/upload_rules.h"
 
 namespace operations {
@@ -48,10 +48,6 @@ const char* extensionOf(uint32_t code) {
     return nullptr;
 }
 
-CommandHeader beginCommand(uint32_t code) {
-    return {.code = code, .tag = scannerlink::takeTag(), .size = 0};
-}
-
 bool extensionSuits(const char* name, const char* extension) {
     if (extension == nullptr || hasExtension(name, extension))
         return true;
@@ -63,15 +59,13 @@ bool extensionSuits(const char* name, const char* extension) {
 // the scanner does not complete it.
 bool refreshModel() {
     scannerlink::state.quiet = 1;
-    const CommandHeader command = beginCommand(hoxi::CMD_SEND_VERS);
+    const CommandHeader command = scannerlink::nextCommand(hoxi::CMD_SEND_VERS);
     if (!scannerlink::sendCommand(&command, sizeof command)) {
         scannerlink::state.quiet = 0;
         return false;
     }
-    if (!scannerlink::waitForCommandComplete(command.tag, kVersionMs)) {
-        output("TamTest: didn't get CMD_SEND_VERS cmd complete status\n");
+    if (!completed(command.tag, kVersionMs, "TamTest: didn't get CMD_SEND_VERS cmd complete status\n"))
         return false;
-    }
     scannerlink::state.quiet = 0;
     return true;
 }
@@ -89,7 +83,7 @@ bool modelSuits(const char* name) {
 }  // namespace
 
 void uploadFile(uint32_t code) {
-    const CommandHeader command = beginCommand(code);
+    const CommandHeader command = scannerlink::nextCommand(code);
     const char* name = console::nextArgument(console::kMandatory);
     if (name != nullptr && extensionSuits(name, extensionOf(code)))
         uploadProgramFile(command, name);
@@ -105,7 +99,7 @@ void uploadScannerCode() {
     output(
         "\nThis command may take over 5 minutes to complete,\n"
         "\tplease do not unplug/disconnect the unit.\n\n");
-    uploadProgramFile(beginCommand(hoxi::CMD_RECV_COFF), name.c_str());
+    uploadProgramFile(scannerlink::nextCommand(hoxi::CMD_RECV_COFF), name.c_str());
 }
 
 }  // namespace operations
