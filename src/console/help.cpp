@@ -1,9 +1,8 @@
 #include "console/help.h"
 
-#include <cctype>
-
 #include "console/operation_table.h"
 #include "console/output.h"
+#include "console/text.h"
 #include "console/tokenizer.h"
 
 namespace console {
@@ -11,13 +10,6 @@ namespace {
 
 constexpr int kNamesInRow = 8;
 constexpr int kNameWidth = 8;
-
-bool equalIgnoringCase(const char* left, const char* right) {
-    for (; *left != '\0' || *right != '\0'; ++left, ++right)
-        if (std::tolower(static_cast<unsigned char>(*left)) != std::tolower(static_cast<unsigned char>(*right)))
-            return false;
-    return true;
-}
 
 void showGeneralHelp() {
     output(

@@ -13,6 +13,9 @@ struct CloseFile {
 };
 using File = std::unique_ptr<std::FILE, CloseFile>;
 
+// Where a text begins: behind the mark of its encoding, which some editors put in front. Leaves the file there.
+void rewindText(std::FILE* file);
+
 // Opens the file for reading in fopen's mode; null when it cannot be opened. The name may be any bytes.
 File openRegularFile(const std::string& name, const char* mode);
 

@@ -16,6 +16,8 @@ std::FILE* openScript(const char* name) {
     File file = openRegularFile(name, "rb");
     if (!file)
         file = openRegularFile(std::string(name) + ".scr", "rb");
+    if (file)
+        rewindText(file.get());
     return file.release();
 }
 
@@ -109,7 +111,7 @@ void endOfScript() {
         printBanner();
     }
     if (looping.loop != 0)
-        std::rewind(state.script);
+        rewindText(state.script);
     else
         leaveLevel();
     output("\n");

@@ -17,7 +17,6 @@
 namespace console {
 namespace {
 
-constexpr int kPassMs = 10;  // one pass of the status check without a report
 constexpr uint32_t kEventPollMs = 100;
 constexpr size_t kVersionSize = 20;
 constexpr size_t kLeastVersionSize = 19;
@@ -47,7 +46,7 @@ void wait() {
         while (!keyStruck())
             scannerlink::checkStatus();
     }
-    for (; remaining > 0 && !keyStruck(); remaining -= kPassMs)
+    for (; remaining > 0 && !keyStruck(); remaining -= scannerlink::kPassMs)
         scannerlink::checkStatus();
     if (keyStruck())
         takeWaitKey();

@@ -12,8 +12,6 @@
 namespace scannerlink {
 namespace {
 
-constexpr uint32_t kPassMs = 10;
-
 // Holds newStatusMutex while it lives, unless the wait for it failed.
 class StatusLock {
 public:

@@ -9,6 +9,9 @@
 
 namespace scannerlink {
 
+// What a pass without a report takes, milliseconds: the unit in which all waits count.
+inline constexpr uint32_t kPassMs = 10;
+
 // Handles at most one pending report or fetch error per scanner; sleeps 10 ms first when there is no report. Returns
 // what displaying the last report gave, 0 when none was shown.
 int checkStatus();

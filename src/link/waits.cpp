@@ -10,8 +10,6 @@
 namespace scannerlink {
 namespace {
 
-constexpr uint32_t kPassMs = 10;
-
 enum class Verdict { keepWaiting, succeeded, failed };
 
 Verdict verdict(bool success) {

@@ -84,8 +84,8 @@ size_t readMapFile(const std::string& name, std::span<uint8_t> table) {
     return 0;
 }
 
-// The table goes to the scanner even when the file gave nothing; without its command the scanner
-// has no use for it.
+// The table goes to the scanner even when the file gave nothing, then without its command: to a scanner that still
+// waits for other data, the table is what it was waiting for.
 void sendMapFile(const CommandHeader& command, const char* name, std::span<uint8_t> table) {
     if (readMapFile(name, table) > 0 && !sendCommand(&command, sizeof command))
         return;

@@ -5,6 +5,7 @@
 
 #include "console/keyboard_poll.h"
 #include "console/output.h"
+#include "console/scripts.h"
 #include "console/tokenizer.h"
 #include "hoxi/hoxi_codes.h"
 #include "link/link_state.h"
@@ -41,14 +42,22 @@ bool failedOrLost(uint32_t tag) {
     return ended || !scannerlink::isServed(scanner);
 }
 
-// Waits until the command of the tag is complete. ESC fails the wait, any other key has it taken for a success.
+// The key that ends the wait: ESC fails it and leaves all scripts, with any other the command is taken for complete.
+bool takenForComplete() {
+    if (console::readStruckKey() != platform::kEscapeKey)
+        return true;
+    console::leaveAllScripts();
+    return false;
+}
+
+// Waits until the command of the tag is complete.
 bool completedOrAbandoned(uint32_t tag) {
     consolePrint(
         "TamTest: waiting for scanner status event\n"
         "         enter blank or CR to abandon wait or ESC to exit scripts\n");
     for (;;) {
         if (console::keyStruck())
-            return console::readStruckKey() != platform::kEscapeKey;
+            return takenForComplete();
         if (scannerlink::waitForStatus(hoxi::STA_COMMAND, hoxi::kComplete, tag, kPollMs))
             return true;
         if (failedOrLost(tag))

@@ -1,5 +1,6 @@
 #include "operations/histogram_limits.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -32,6 +33,14 @@ int edge(const Histogram& histogram, int first, int last, int step, size_t thres
             return level;
     }
     return 0;
+}
+
+// A zero byte near the start: an image, say, named where the tally should be. Leaves the file at its start.
+bool isBinary(std::FILE* file) {
+    std::array<char, kLineSize> start;
+    const size_t size = std::fread(start.data(), 1, start.size(), file);
+    std::rewind(file);
+    return std::find(start.begin(), start.begin() + size, '\0') != start.begin() + size;
 }
 
 // The level and, behind a tab, the count.
@@ -91,6 +100,8 @@ std::optional<Tally> readTally(const std::string& name) {
         return tally;
     const File file = console::openRegularFile(name, "r");
     if (!file)
+        return std::nullopt;
+    if (isBinary(file.get()))
         return std::nullopt;
     std::array<char, kLineSize> line;
     for (size_t lines = 0; lines < kLevels; ++lines) {

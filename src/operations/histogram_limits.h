@@ -23,7 +23,8 @@ HistogramLimits histogramLimits(std::span<const uint8_t> pixels);
 using Tally = std::array<int32_t, kLevels>;
 
 // Reads a tally of up to 256 lines "level<tab>count"; counts of a file that does not exist are 0. A file that ends
-// early is said on the console, and what was read counts. None when there is something that cannot be read.
+// early is said on the console, and what was read counts. None when there is something that cannot be
+// read, or that is binary.
 std::optional<Tally> readTally(const std::string& name);
 
 // Writes the tally, level 255 first, in the place of the old file at once: a crash leaves the one or the other. False

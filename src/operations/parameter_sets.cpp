@@ -1,12 +1,11 @@
 #include "operations/parameter_sets.h"
 
 #include <algorithm>
-#include <cctype>
 #include <string>
-#include <string_view>
 
 #include "console/output.h"
 #include "console/question.h"
+#include "console/text.h"
 #include "console/tokenizer.h"
 #include "hoxi/hoxi.h"
 #include "hoxi/hoxi_codes.h"
@@ -138,12 +137,6 @@ void getTyped(uint32_t code) {
         output("TamTest: invalid format - %s\n", text);
 }
 
-bool saysYes(std::string_view reply) {
-    constexpr std::string_view yes = "YES";
-    return std::equal(reply.begin(), reply.end(), yes.begin(), yes.end(),
-                      [](char a, char b) { return std::toupper(static_cast<unsigned char>(a)) == b; });
-}
-
 }  // namespace
 
 void setParameters() {
@@ -169,7 +162,8 @@ void getCameraParameters() {
 }
 
 void saveParameters() {
-    if (!saysYes(console::ask("Are you certain you want to overwrite non-volatile storage?  "))) {
+    if (!console::equalIgnoringCase(console::ask("Are you certain you want to overwrite non-volatile storage?  "),
+                                    "YES")) {
         console::consolePrint("...Canceled save parameters command.\n");
         return;
     }

@@ -1,7 +1,6 @@
 #include "operations/upload_rules.h"
 
-#include <algorithm>
-#include <cctype>
+#include "console/text.h"
 
 namespace operations {
 namespace {
@@ -16,26 +15,22 @@ constexpr CodeFileRule kRules[] = {
     {"MX1400", "Tamsel.", 15, kFormTamsel},
 };
 
-bool equalIgnoringCase(std::string_view left, std::string_view right) {
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(), [](char a, char b) {
-        return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b));
-    });
-}
-
 bool keeps(const CodeFileRule& rule, std::string_view name) {
     return name.size() >= rule.tailLength &&
-           equalIgnoringCase(name.substr(name.size() - rule.tailLength, rule.tailStart.size()), rule.tailStart);
+           console::equalIgnoringCase(name.substr(name.size() - rule.tailLength, rule.tailStart.size()),
+                                      rule.tailStart);
 }
 
 }  // namespace
 
 bool hasExtension(std::string_view name, std::string_view extension) {
-    return name.size() > extension.size() && equalIgnoringCase(name.substr(name.size() - extension.size()), extension);
+    return name.size() > extension.size() &&
+           console::equalIgnoringCase(name.substr(name.size() - extension.size()), extension);
 }
 
 const CodeFileRule* brokenCodeFileRule(std::string_view model, std::string_view name) {
     for (const CodeFileRule& rule : kRules)
-        if (equalIgnoringCase(rule.model, model))
+        if (console::equalIgnoringCase(rule.model, model))
             return keeps(rule, name) ? nullptr : &rule;
     return nullptr;
 }

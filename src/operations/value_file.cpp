@@ -1,11 +1,10 @@
 #include "operations/value_file.h"
 
-#include <cctype>
 #include <cstdio>
-#include <cstring>
 #include <string_view>
 
 #include "console/regular_file.h"
+#include "console/text.h"
 
 namespace operations {
 namespace {
@@ -19,13 +18,7 @@ console::File openFile(const std::string& name) {
 }
 
 bool beginsWithTextMark(std::string_view start) {
-    constexpr size_t length = sizeof kTextMark - 1;
-    if (start.size() < length)
-        return false;
-    for (size_t i = 0; i < length; ++i)
-        if (std::toupper(static_cast<unsigned char>(start[i])) != kTextMark[i])
-            return false;
-    return true;
+    return console::equalIgnoringCase(start.substr(0, sizeof kTextMark - 1), kTextMark);
 }
 
 // The next byte of a text; EOF at its end. An old mark of the end ends it as well.
@@ -69,6 +62,7 @@ ValueForm valueForm(const std::string& name) {
     const console::File file = openFile(name);
     if (!file)
         return ValueForm::unreadable;
+    console::rewindText(file.get());
     char start[sizeof kTextMark] = {};
     const std::string_view read(start, std::fread(start, 1, sizeof kTextMark - 1, file.get()));
     if (beginsWithTextMark(read))

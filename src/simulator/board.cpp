@@ -13,8 +13,8 @@ constexpr uint16_t kGainOfOne = 8;
 constexpr uint8_t kRightCamera = 1;
 constexpr uint8_t kLeftCamera = 2;
 
-template <typename Map, typename Key>
-uint16_t valueOr(const Map& map, const Key& key, uint16_t otherwise) {
+template <typename Map>
+auto valueOr(const Map& map, const typename Map::key_type& key, typename Map::mapped_type otherwise) {
     const auto found = map.find(key);
     return found == map.end() ? otherwise : found->second;
 }
@@ -27,7 +27,7 @@ uint16_t DeviceRegisters::read(uint8_t device, uint16_t number) const {
     return valueOr(values_, std::pair{device, number}, isGain ? kGainOfOne : uint16_t{0});
 }
 
-uint16_t LogicMemory::readRegister(uint32_t chip, uint16_t number) const {
+uint32_t LogicMemory::readRegister(uint32_t chip, uint16_t number) const {
     return valueOr(registers_, std::pair{chip, number}, 0);
 }
 

@@ -29,8 +29,8 @@ class LogicMemory {
 public:
     static constexpr size_t kMostFillings = 64;
 
-    uint16_t readRegister(uint32_t chip, uint16_t number) const;
-    void writeRegister(uint32_t chip, uint16_t number, uint16_t value) { registers_[{chip, number}] = value; }
+    uint32_t readRegister(uint32_t chip, uint16_t number) const;
+    void writeRegister(uint32_t chip, uint16_t number, uint32_t value) { registers_[{chip, number}] = value; }
     // Words of 16 bits, by their number within the bank.
     uint16_t readBank(uint32_t bank, uint32_t address) const;
     void fillBank(uint32_t bank, uint32_t address, uint32_t count, uint16_t value);
@@ -42,7 +42,7 @@ private:
         uint32_t count;
         uint16_t value;
     };
-    std::map<std::pair<uint32_t, uint16_t>, uint16_t> registers_;
+    std::map<std::pair<uint32_t, uint16_t>, uint32_t> registers_;
     std::vector<Filling> fillings_;  // the latest last
 };
 

@@ -128,8 +128,8 @@ struct ReadWriteTest {
     uint32_t options[5];
 };
 
-Answer answerValue(const Request& request, const ReadWriteTest& test, uint16_t value) {
-    ReportWriter report = valueReport(request, hoxi::CMD_READ_WRITE_TEST, value);
+Answer answerValue(const Request& request, const ReadWriteTest& test, uint32_t value) {
+    ReportWriter report = valueReport(request, hoxi::CMD_READ_WRITE_TEST, static_cast<int32_t>(value));
     return answerWithData(request.packet, report.u32(test.target).u32(test.options[1]).u32(value));
 }
 
@@ -160,7 +160,7 @@ Answer testRegister(const Request& request, const ReadWriteTest& test) {
     if (test.options[0] == 0) {
         return answerValue(request, test, logic.readRegister(test.target, number));
     }
-    logic.writeRegister(test.target, number, static_cast<uint16_t>(hasCount ? test.options[2] : test.options[3]));
+    logic.writeRegister(test.target, number, hasCount ? test.options[2] : test.options[3]);
     return answer(request.packet, hoxi::kComplete);
 }
 

@@ -11,11 +11,23 @@ constexpr uint32_t imageByteCount(uint32_t width, uint32_t height) {
     return count <= INT32_MAX ? static_cast<uint32_t>(count) : 0;
 }
 
-// How many image bytes a byte of the file stands for at most, compressed as well as can be.
-inline constexpr uint64_t kExpansionNone = 1;
-inline constexpr uint64_t kExpansionPackBits = 64;
-inline constexpr uint64_t kExpansionDeflate = 1032;
-inline constexpr uint64_t kExpansionLzw = 4096;
+// How many image bytes a byte of the file stands for at most, compressed as well as can be, by the number that TIFF has
+// for the compression; 0 for one that is not read.
+constexpr uint64_t expansionOf(uint64_t compression) {
+    switch (compression) {
+        case 1:  // none
+            return 1;
+        case 5:  // LZW
+            return 4096;
+        case 8:  // Deflate, by its new and its old number
+        case 32946:
+            return 1032;
+        case 32773:  // PackBits
+            return 64;
+        default:
+            return 0;
+    }
+}
 
 // False for a file too small for the image it speaks of, so that nobody gets memory for it; expansion is not 0.
 constexpr bool canHold(uint64_t fileSize, uint64_t byteCount, uint64_t expansion) {

@@ -120,6 +120,16 @@ TEST_F(Keys, CursorUpBringsTheLastLineBack) {
     EXPECT_TRUE(session.waitFor("NEXT TAG: 123\r\n")) << session.output();
 }
 
+TEST_F(Keys, AnswerToAQuestionIsNoLineToComeBackTo) {
+    session.type("svp\r");
+    ASSERT_TRUE(session.waitFor("storage?  ")) << session.output();
+    session.type("no\r");
+    ASSERT_TRUE(session.waitFor("...Canceled save parameters command.\r\n")) << session.output();
+    session.type("\x10\r");
+    EXPECT_TRUE(session.waitFor("storage?  ")) << session.output();
+    session.type("no\r");
+}
+
 TEST_F(Keys, EscAtThePromptDoesNotTakeTheNextLetterWithIt) {
     session.type("\x1B");
     EXPECT_FALSE(session.waitFor("never", 100));

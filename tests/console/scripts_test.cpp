@@ -137,6 +137,13 @@ TEST_F(Scripts, CarriageReturnsElsewhereStay) {
     EXPECT_EQ(lastLine, "c\r");
 }
 
+TEST_F(Scripts, MarkOfTheEncodingIsNoPartOfTheFirstLineOfAnyPass) {
+    type("lsc 2 " + write("a", "\xEF\xBB\xBF; one\n"));
+    EXPECT_EQ(round(), ">> ; one\n");
+    round();
+    EXPECT_EQ(round(), ">> ; one\n");
+}
+
 TEST_F(Scripts, OldMarkOfTheEndEndsTheScript) {
     type("s " + write("a", "; one\r\n\x1A; two\n; three\n"));
     EXPECT_EQ(round(), ">> ; one\n");

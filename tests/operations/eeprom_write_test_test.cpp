@@ -98,6 +98,17 @@ TEST_F(EepromWriteTest, EscFailsTheWaitAndTheMessageTellsAddressBeforePattern) {
     EXPECT_EQ(packetsPut().size(), 1u);
 }
 
+TEST_F(EepromWriteTest, EscLeavesAllScripts) {
+    const support::TemporaryFolder folder;
+    support::writeFile(folder.file("script"), "; nothing\n");
+    type("s " + folder.file("script"));
+    ASSERT_EQ(console::state.depth, 1);
+    silentTag = 1;
+    fakePlatform().at.emplace(300, [] { fakePlatform().keys = "\x1B"; });
+    type("eewt 5 9 0x12");
+    EXPECT_EQ(console::state.depth, 0);
+}
+
 TEST_F(EepromWriteTest, AnyOtherKeyAbandonsTheWaitAndTheTestGoesOn) {
     silentTag = 1;
     fakePlatform().at.emplace(300, [] { fakePlatform().keys = " "; });

@@ -118,6 +118,11 @@ TEST_F(TallyFile, ThatCannotBeWrittenIsToldByFalse) {
     EXPECT_TRUE(std::filesystem::is_directory(folder.path()));
 }
 
+TEST_F(TallyFile, ThatIsBinaryIsNotRead) {
+    support::writeFile(name, std::string("II*\0\x08\0", 6));
+    EXPECT_FALSE(readTally(name));
+}
+
 TEST_F(TallyFile, ThatIsNoFileIsNotRead) {
     EXPECT_FALSE(readTally(folder.path().string()));
 }

@@ -34,6 +34,21 @@ TEST_F(ValueFile, ThatBeginsWithAsciiInAnyCaseIsText) {
     EXPECT_EQ(valueForm(write("aScIi")), ValueForm::text);
 }
 
+TEST_F(ValueFile, MayHaveTheMarkOfItsEncodingBeforeAscii) {
+    EXPECT_EQ(valueForm(write("\xEF\xBB\xBF"
+                              "ASCII\n")),
+              ValueForm::text);
+    EXPECT_EQ(valueForm(write("\xEF\xBB"
+                              "ASCII\n")),
+              ValueForm::binary);
+    EXPECT_EQ(valueForm(write("\xEF\xBB\xBF"
+                              "12")),
+              ValueForm::binary);
+    EXPECT_EQ(words("\xEF\xBB\xBF"
+                    "ASCII\n1 2\n"),
+              (std::vector<std::string>{"1", "2"}));
+}
+
 TEST_F(ValueFile, OfAnythingElseIsBinary) {
     EXPECT_EQ(valueForm(write("ASCI\n")), ValueForm::binary);
     EXPECT_EQ(valueForm(write(" ASCII\n")), ValueForm::binary);

@@ -198,6 +198,10 @@ TEST_F(BoardCommandsTest, LogicRegistersRememberWhatWasWritten) {
     EXPECT_EQ(next().brief(), "133:3:3");
     send(201, 4, {2, 0, 0x20, 1, 0, 0});
     EXPECT_EQ(nextBriefs(3), "133:1:4 201:119:4 133:3:4");
+    send(201, 6, {1, 1, 0x10021, 0x7EADBEEF, 0, 0});
+    nextBriefs(2);
+    send(201, 7, {1, 0, 0x10021, 0, 0, 0});
+    EXPECT_EQ(nextBriefs(3), "133:1:7 201:" + std::to_string(0x7EADBEEF) + ":7 133:3:7");
     send(201, 5, {1, 2, 0x20, 1, 0, 0});
     EXPECT_EQ(nextBriefs(2), "133:1:5 133:6:5");
 }

@@ -23,8 +23,13 @@ TEST(ImageRules, NoPixelsNoBytes) {
 }
 
 TEST(ImageRules, UncompressedImageIsNotLargerThanItsFile) {
-    EXPECT_TRUE(canHold(1000, 1000, kExpansionNone));
-    EXPECT_FALSE(canHold(999, 1000, kExpansionNone));
+    EXPECT_TRUE(canHold(1000, 1000, expansionOf(1)));
+    EXPECT_FALSE(canHold(999, 1000, expansionOf(1)));
+}
+
+TEST(ImageRules, OtherCompressionsAreNotRead) {
+    for (const uint64_t compression : {0, 2, 4, 6, 7, 9, 34712})
+        EXPECT_EQ(expansionOf(compression), 0u) << compression;
 }
 
 TEST(ImageRules, DotsPerInchAreRounded) {

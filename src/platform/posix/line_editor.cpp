@@ -30,6 +30,7 @@ struct Editor {
     FILE* screen = nullptr;
     locale_t locale = nullptr;
     const char* prompt = "";
+    const char* linePrompt = "";  // of lines that are remembered; answers to questions are not
     std::span<const char* const> words;
 };
 
@@ -192,6 +193,7 @@ void remember(const std::string& line) {
 
 bool prepareLineEditor(const char* prompt, std::span<const char* const> words) {
     editor.prompt = prompt;
+    editor.linePrompt = prompt;
     editor.words = words;
     return !terminalInForeground() || createEditor();
 }
@@ -219,7 +221,9 @@ LineEnd editLine(std::string& line) {
         return LineEnd::kEmpty;
     }
     line.assign(text, static_cast<size_t>(length));
-    remember(line);
+    if (editor.prompt == editor.linePrompt) {
+        remember(line);
+    }
     return LineEnd::kComplete;
 }
 

@@ -46,23 +46,6 @@ Number field(TIFF* handle, uint32_t tag) {
     return TIFFGetFieldDefaulted(handle, tag, &value) == 1 ? value : Number{};
 }
 
-// 0 for a compression that is not read.
-uint64_t expansionOf(uint16_t compression) {
-    switch (compression) {
-        case COMPRESSION_NONE:
-            return kExpansionNone;
-        case COMPRESSION_PACKBITS:
-            return kExpansionPackBits;
-        case COMPRESSION_DEFLATE:
-        case COMPRESSION_ADOBE_DEFLATE:
-            return kExpansionDeflate;
-        case COMPRESSION_LZW:
-            return kExpansionLzw;
-        default:
-            return 0;
-    }
-}
-
 bool isWhiteZero(TIFF* handle) {
     uint16_t photometric = PHOTOMETRIC_MINISBLACK;
     TIFFGetField(handle, TIFFTAG_PHOTOMETRIC, &photometric);

@@ -95,23 +95,6 @@ uint16_t resolution(const OpenImage& image, const wchar_t* path) {
     return dotsPerInch(value, unit == kCentimeters ? ResolutionUnit::centimeter : ResolutionUnit::none);
 }
 
-// 0 for a compression that is not read.
-uint64_t expansionOf(uint64_t compression) {
-    switch (compression) {
-        case 1:
-            return kExpansionNone;
-        case 5:
-            return kExpansionLzw;
-        case 8:
-        case 32946:
-            return kExpansionDeflate;
-        case 32773:
-            return kExpansionPackBits;
-        default:
-            return 0;
-    }
-}
-
 // The pixel format tells white from black, and that there is no palette.
 bool isGray8(const OpenImage& image) {
     WICPixelFormatGUID format{};
