@@ -32,7 +32,11 @@ uint64_t nowMs() {
 }
 
 void sleepMs(uint32_t ms) {
-    std::this_thread::sleep_for(support::worldTime(ms));
+    // Some systems take a very short sleep for none.
+    const auto end = std::chrono::steady_clock::now() + support::worldTime(ms);
+    do {
+        std::this_thread::sleep_for(end - std::chrono::steady_clock::now());
+    } while (std::chrono::steady_clock::now() < end);
 }
 
 void waitUntilMs(std::condition_variable& condition, std::unique_lock<std::mutex>& lock, uint64_t deadlineMs) {
