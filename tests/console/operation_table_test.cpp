@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstdio>
 #include <iterator>
 #include <map>
 #include <set>
@@ -345,11 +344,12 @@ TEST(OperationTable, SerialSetUpSaysThatItIsNotImplemented) {
     EXPECT_NE(std::string_view(kOperations[93].help).find("not implemented"), std::string_view::npos);
 }
 
-// Shows how far the tester has grown; no figure is wrong in itself.
-TEST(OperationTable, CountsTheOperationsStillToCome) {
-    const auto toCome =
-        std::count_if(rows().begin(), rows().end(), [](const Operation& row) { return row.handler == notBuilt; });
-    std::printf("%d of %d operations are still to come\n", static_cast<int>(toCome), kOperationCount);
+// Live video and the production calibrations; whoever builds one takes its name out.
+TEST(OperationTable, NothingElseIsStillToCome) {
+    const std::set<std::string> toCome = {"Video_START", "Video_STOP", "CALibrate_Cameras", "Calibrate_FLEXure",
+                                          "SEQuential_CAPture"};
+    for (const Operation& row : rows())
+        EXPECT_EQ(row.handler == notBuilt, toCome.contains(row.longName)) << row.longName;
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Pictures of ImageMagick on the simulated display, looked at through the file that the scanner draws.
+// A colored picture of ImageMagick on the simulated display, looked at through the file that the scanner draws.
 
 #include <algorithm>
 #include <array>
@@ -61,24 +61,6 @@ Color kept(const std::vector<Color>& map, size_t index) {
     return index >= 254 ? map[255] : map[index & ~size_t{1}];
 }
 
-TEST_F(Display, ShowsEveryGrayOfAPictureWhereItBelongs) {
-    const std::string name =
-        bmp({"-size", "200x256", "gradient:black-white", "-colorspace", "Gray", "-type", "Palette"});
-    type("cfglcp " + name);
-    type("wlcd " + name + " 100 50");
-    const std::vector<Color> picture = colors(name);
-    const std::vector<Color> display = shown();
-    ASSERT_EQ(picture.size(), 200u * 256u);
-    std::vector<Color> grays(256);
-    for (size_t i = 0; i < grays.size(); ++i)
-        grays[i].fill(static_cast<uint8_t>(i));
-    size_t different = 0;
-    for (size_t y = 0; y < 256; ++y)
-        for (size_t x = 0; x < 200; ++x)
-            different += display[(50 + y) * kWidth + 100 + x] != kept(grays, picture[y * 200 + x][0]);
-    EXPECT_EQ(different, 0u);
-}
-
 TEST_F(Display, ShowsColorsUpToItsEdgesAndCutsWhatLiesBeyond) {
     const std::string name = bmp({"-size", "300x200", "plasma:red-blue", "-colors", "256", "-type", "Palette"});
     type("cfglcp " + name);
@@ -98,20 +80,6 @@ TEST_F(Display, ShowsColorsUpToItsEdgesAndCutsWhatLiesBeyond) {
         }
     EXPECT_EQ(different, 0u);
     EXPECT_EQ(display[700 * kWidth + 899], map[0]) << "left of the picture";
-}
-
-TEST_F(Display, OverlayStandsUpright) {
-    const std::string name = folder.file("overlay.tif");
-    convert({"-size", "64x40", "gradient:black-white", "-depth", "8", "-colorspace", "Gray", name});
-    type("wlco " + name + " 7 9");
-    const std::vector<Color> picture = colors(name);
-    const std::vector<Color> display = shown();
-    ASSERT_EQ(picture.size(), 64u * 40u);
-    size_t different = 0;
-    for (size_t y = 0; y < 40; ++y)
-        for (size_t x = 0; x < 64; ++x)
-            different += display[(9 + y) * kWidth + 7 + x] != picture[y * 64 + x];
-    EXPECT_EQ(different, 0u);
 }
 
 }  // namespace
