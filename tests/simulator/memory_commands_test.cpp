@@ -1,4 +1,5 @@
 // Parameter sets and uploads, and the channel that their data take.
+#include "support/parameter_lengths.h"
 #include "transfer_test.h"
 
 namespace simulator {
@@ -59,35 +60,11 @@ TEST_F(MemoryCommandsTest, TransferGoesOneWayOnly) {
 }
 
 TEST_F(MemoryCommandsTest, EverySetHasItsLength) {
-    struct Length {
-        uint32_t bytes;
-        std::vector<uint32_t> sets;
-    };
-    const Length lengths[] = {
-        {4, {13, 20, 31, 33, 56, 62, 86, 87}},
-        {8, {1, 8, 10, 22, 29, 46, 47, 54, 81}},
-        {12, {14, 39, 40, 53, 58, 71, 72, 73, 77, 88, 90}},
-        {16, {4, 11, 15, 21, 25, 32, 34, 36, 37, 38, 50, 57, 60, 64, 76, 79, 84, 98, 100, 101, 103}},
-        {20, {5, 26, 41, 42, 45, 61, 85, 92, 93, 94}},
-        {24, {7, 28}},
-        {28, {12, 43, 65, 105}},
-        {32, {74}},
-        {36, {16, 17, 18, 51}},
-        {40, {2, 23, 48, 59, 63, 66, 67, 68, 69, 70, 80, 82, 89, 91, 95, 96, 97}},
-        {48, {35}},
-        {56, {0}},
-        {76, {78}},
-        {124, {75}},
-        {148, {49}},
-        {256, {9, 19, 30, 55}},
-        {788, {3, 24, 83, 99, 102, 104}},
-        {131072, {6, 27, 52}},
-    };
     open();
     uint32_t tag = 0;
-    for (const Length& length : lengths) {
-        for (const uint32_t set : length.sets) {
-            getParameters(++tag, set, length.bytes);
+    for (uint32_t set = 0; set < std::size(support::kParameterLengths); ++set) {
+        if (support::kParameterLengths[set] != 0) {
+            getParameters(++tag, set, support::kParameterLengths[set]);
         }
     }
     EXPECT_EQ(tag, 105u);

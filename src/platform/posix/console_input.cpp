@@ -3,33 +3,18 @@
 #include <poll.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
-#include <string>
 
 #include "line_editor.h"
+#include "platform/input_buffers.h"
 #include "terminal.h"
 
 namespace platform {
 
 namespace {
 
-// Standard input as it stands: a pipe or a file.
-struct Stream {
-    std::array<unsigned char, 4096> bytes{};
-    size_t next = 0;
-    size_t count = 0;
-    bool ended = false;
-};
-
-// The line last edited at the terminal, as far as it is not read yet.
-struct EditedLine {
-    std::string text;
-    size_t next = 0;
-};
-
-Stream stream;
-EditedLine edited;
+StreamBuffer stream;
+LineBuffer edited;
 
 bool waitForStream(int timeoutMs) {
     pollfd input{STDIN_FILENO, POLLIN, 0};
@@ -44,31 +29,7 @@ void fillStream() {
             waitForStream(-1);
         }
     } while (count < 0 && (errno == EINTR || errno == EAGAIN));
-    stream.next = 0;
-    stream.count = count > 0 ? static_cast<size_t>(count) : 0;
-    stream.ended = count <= 0;
-}
-
-int readStreamByte() {
-    if (stream.next == stream.count && !stream.ended) {
-        fillStream();
-    }
-    return stream.next < stream.count ? stream.bytes[stream.next++] : kInputEnd;
-}
-
-int readEditedByte() {
-    if (edited.next == edited.text.size()) {
-        edited = {};
-        switch (editLine(edited.text)) {
-            case LineEnd::kComplete:
-                break;
-            case LineEnd::kEmpty:
-                return kInputEmpty;
-            case LineEnd::kGone:
-                return kInputEnd;
-        }
-    }
-    return static_cast<unsigned char>(edited.text[edited.next++]);
+    stream.filled(count > 0 ? static_cast<size_t>(count) : 0);
 }
 
 }  // namespace
@@ -91,13 +52,13 @@ void closeConsoleInput() {
 
 bool inputReady() {
     if (terminalOpen()) {
-        return edited.next < edited.text.size() || terminalByteWaiting();
+        return edited.hasMore() || terminalByteWaiting();
     }
-    return stream.next < stream.count || stream.ended || waitForStream(0);
+    return stream.hasMore() || stream.ended || waitForStream(0);
 }
 
 int readInputByte() {
-    return terminalOpen() ? readEditedByte() : readStreamByte();
+    return terminalOpen() ? edited.take(editLine) : stream.take(fillStream);
 }
 
 void setInputPrompt(const char* prompt) {

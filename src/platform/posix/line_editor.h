@@ -5,9 +5,9 @@
 #include <span>
 #include <string>
 
-namespace platform {
+#include "platform/input_buffers.h"
 
-enum class LineEnd { kComplete, kEmpty, kGone };
+namespace platform {
 
 // prompt stands before the edited line on the screen already; both are kept by address. False when there is no
 // editor to be had; lines are then whatever the terminal itself makes of them.

@@ -4,13 +4,9 @@
 
 #include <string>
 
-namespace platform {
+#include "platform/input_buffers.h"
 
-enum class LineEnd {
-    kComplete,
-    kEmpty,  // the operator ended an empty line with the end-of-file key
-    kGone,   // nothing can be read any more
-};
+namespace platform {
 
 // True when standard input is a console; a pipe, a file or nothing is none.
 bool consoleOnInput();

@@ -3,31 +3,15 @@
 #include <conio.h>
 #include <windows.h>
 
-#include <array>
-#include <string>
-
 #include "console.h"
+#include "platform/input_buffers.h"
 
 namespace platform {
 
 namespace {
 
-// Standard input as it stands: a pipe or a file.
-struct Stream {
-    std::array<unsigned char, 4096> bytes{};
-    size_t next = 0;
-    size_t count = 0;
-    bool ended = false;
-};
-
-// What was last read from the console, as far as it is not taken yet.
-struct TypedText {
-    std::string text;
-    size_t next = 0;
-};
-
-Stream stream;
-TypedText typed;
+StreamBuffer stream;
+LineBuffer typed;
 
 HANDLE input() {
     return GetStdHandle(STD_INPUT_HANDLE);
@@ -43,31 +27,7 @@ bool streamReady() {
 void fillStream() {
     DWORD count = 0;
     const BOOL read = ReadFile(input(), stream.bytes.data(), stream.bytes.size(), &count, nullptr);
-    stream.next = 0;
-    stream.count = read ? count : 0;
-    stream.ended = stream.count == 0;
-}
-
-int readStreamByte() {
-    if (stream.next == stream.count && !stream.ended) {
-        fillStream();
-    }
-    return stream.next < stream.count ? stream.bytes[stream.next++] : kInputEnd;
-}
-
-int readTypedByte() {
-    if (typed.next == typed.text.size()) {
-        typed = {};
-        switch (readConsoleText(typed.text)) {
-            case LineEnd::kComplete:
-                break;
-            case LineEnd::kEmpty:
-                return kInputEmpty;
-            case LineEnd::kGone:
-                return kInputEnd;
-        }
-    }
-    return static_cast<unsigned char>(typed.text[typed.next++]);
+    stream.filled(read ? count : 0);
 }
 
 }  // namespace
@@ -83,13 +43,13 @@ void closeConsoleInput() {
 
 bool inputReady() {
     if (consoleOnInput()) {
-        return typed.next < typed.text.size() || _kbhit() != 0;
+        return typed.hasMore() || _kbhit() != 0;
     }
-    return stream.next < stream.count || stream.ended || streamReady();
+    return stream.hasMore() || stream.ended || streamReady();
 }
 
 int readInputByte() {
-    return consoleOnInput() ? readTypedByte() : readStreamByte();
+    return consoleOnInput() ? typed.take(readConsoleText) : stream.take(fillStream);
 }
 
 // The console edits the line behind whatever stands there.
