@@ -19,7 +19,8 @@ protected:
         ASSERT_FALSE(probe.modesAsAtStart());
     }
 
-    PtySession probe{CONSOLE_PROBE};
+    // What a sanitizer says of a fault that is meant goes to the terminal, not among the reports of what is wrong.
+    PtySession probe{CONSOLE_PROBE, {.environment = {{"ASAN_OPTIONS", "log_path=stderr"}}}};
 };
 
 class TerminalRestoredAfterSignal : public TerminalRestored, public ::testing::WithParamInterface<int> {};
